@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Installs what building, testing and the demo need on Debian 12, and nothing that is already there.
+# Usage: scripts/install-deps.sh [build|test|demo|fuzz|bench]...
+set -euo pipefail
+
+build_pkgs=(build-essential cmake qtbase5-dev qtbase5-dev-tools)
+test_pkgs=(poppler-utils texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
+fuzz_pkgs=(clang libclang-rt-dev)
+bench_pkgs=(libbenchmark-dev python3)
+
+wanted=("${build_pkgs[@]}")
+for what in "$@"; do
+    case "$what" in
+        build) ;;
+        test|demo) wanted+=("${test_pkgs[@]}") ;;
+        fuzz) wanted+=("${fuzz_pkgs[@]}") ;;
+        bench) wanted+=("${bench_pkgs[@]}") ;;
+        *) echo "install-deps: unknown set '$what'" >&2; exit 2 ;;
+    esac
+done
+
+missing=()
+for pkg in "${wanted[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed"; then
+        missing+=("$pkg")
+    fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "install-deps: installing ${missing[*]}"
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then sudo="sudo"; fi
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

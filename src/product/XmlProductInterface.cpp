@@ -1,0 +1,8 @@
+#include "product/XmlProductInterface.h"
+
+XmlProductInterface::XmlProductInterface(int type)
+    : m_type(type)
+{
+}
+
+XmlProductInterface::~XmlProductInterface() = default;

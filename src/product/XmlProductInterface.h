@@ -1,0 +1,19 @@
+#pragma once
+
+#include "kivcore_export.h"
+
+#include <QObject>
+
+/// Common base of the parsed products: type() is 0 for an IC product and 1 for a module product.
+class KIVCORE_EXPORT XmlProductInterface : public QObject
+{
+    Q_OBJECT
+public:
+    explicit XmlProductInterface(int type);
+    ~XmlProductInterface() override;
+
+    int type() const { return m_type; }
+
+private:
+    const int m_type;
+};

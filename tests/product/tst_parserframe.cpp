@@ -1,0 +1,105 @@
+#include "LogCapture.h"
+#include "TestXml.h"
+
+#include "product/KIVXmlParser.h"
+#include "product/XmlProductInterface.h"
+
+#include <QtTest>
+
+class TestParserFrame : public QObject
+{
+    Q_OBJECT
+private slots:
+    void replaceUnicode_data();
+    void replaceUnicode();
+    void replaceUnicodeReturnsSameString();
+    void unknownRootGivesNull_data();
+    void unknownRootGivesNull();
+    void tokenBeforeRootEndsParse_data();
+    void tokenBeforeRootEndsParse();
+    void malformedFileGivesNull();
+};
+
+void TestParserFrame::replaceUnicode_data()
+{
+    QTest::addColumn<QString>("input");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("plain") << QStringLiteral("no escapes") << QStringLiteral("no escapes");
+    QTest::newRow("lower") << QStringLiteral("A\\u00e9B") << QStringLiteral("A\u00e9B");
+    QTest::newRow("upper hex") << QStringLiteral("\\u00E9") << QStringLiteral("\u00e9");
+    QTest::newRow("degree") << QStringLiteral("20 \\u00b0C") << QStringLiteral("20 \u00b0C");
+    QTest::newRow("too few digits") << QStringLiteral("\\u00") << QStringLiteral("\\u00");
+    QTest::newRow("capital U") << QStringLiteral("\\U00E9") << QStringLiteral("\\U00E9");
+    QTest::newRow("non hex") << QStringLiteral("\\u00g9") << QStringLiteral("\\u00g9");
+    QTest::newRow("two in a row") << QStringLiteral("\\u0041\\u0042") << QStringLiteral("AB");
+    QTest::newRow("fifth digit stays") << QStringLiteral("\\u00412") << QStringLiteral("A2");
+    // A backslash made by a replacement never starts a later match at its own position.
+    QTest::newRow("made backslash") << QStringLiteral("\\u005cu0041") << QStringLiteral("\\u0041");
+    QTest::newRow("surrogate pair")
+        << QStringLiteral("\\ud83d\\ude00") << QString(QChar(0xd83d)) + QChar(0xde00);
+}
+
+void TestParserFrame::replaceUnicode()
+{
+    QFETCH(QString, input);
+    QFETCH(QString, expected);
+    QCOMPARE(KIVXmlParser::replaceUnicode(input), expected);
+}
+
+void TestParserFrame::replaceUnicodeReturnsSameString()
+{
+    QString text = QStringLiteral("x\\u0041");
+    QString& result = KIVXmlParser::replaceUnicode(text);
+    QCOMPARE(&result, &text);
+    QCOMPARE(text, QStringLiteral("xA"));
+}
+
+void TestParserFrame::unknownRootGivesNull_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    QTest::addColumn<QStringList>("roots");
+    QTest::newRow("other case") << QByteArray("<Product_Module/>") << QStringList{"Product_Module"};
+    QTest::newRow("nested unknowns") << QByteArray("<a><b/></a>") << QStringList{"a", "b"};
+}
+
+void TestParserFrame::unknownRootGivesNull()
+{
+    QFETCH(QByteArray, xml);
+    QFETCH(QStringList, roots);
+    LogCapture log;
+    auto product = TestXml::parseProduct(xml);
+    QVERIFY(!product);
+    QStringList expected;
+    for (const QString& root : roots)
+        expected << QStringLiteral(
+            "static XmlProductInterface* KIVXmlParser::parseProduct(QFile*) Unknown root node type! \"%1\"")
+                        .arg(root);
+    QCOMPARE(log.texts(), expected);
+}
+
+void TestParserFrame::tokenBeforeRootEndsParse_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    QTest::newRow("comment") << QByteArray("<?xml version=\"1.0\"?>\n<!-- c --><x/>");
+    QTest::newRow("dtd") << QByteArray("<?xml version=\"1.0\"?>\n<!DOCTYPE x><x/>");
+    QTest::newRow("processing instruction") << QByteArray("<?xml version=\"1.0\"?><?pi data?><x/>");
+}
+
+void TestParserFrame::tokenBeforeRootEndsParse()
+{
+    QFETCH(QByteArray, xml);
+    LogCapture log;
+    QVERIFY(!TestXml::parseProduct(xml));
+    // The root is never reached, so it is not even reported.
+    QVERIFY(log.matching(QStringLiteral("Unknown root node type!")).isEmpty());
+}
+
+void TestParserFrame::malformedFileGivesNull()
+{
+    LogCapture log;
+    QVERIFY(!TestXml::parseProduct(QByteArray("<x><y></x>")));
+    QVERIFY(!TestXml::parseProduct(QByteArray()));
+}
+
+QTEST_GUILESS_MAIN(TestParserFrame)
+#include "tst_parserframe.moc"
