@@ -1,0 +1,46 @@
+#include "esi/ESIXmlDescriptions.h"
+
+#include "esi/ESIXmlDevice.h"
+#include "esi/ESIXmlGroup.h"
+#include "esi/ESIXmlText_p.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+ESIXmlDescriptions::~ESIXmlDescriptions()
+{
+    qDeleteAll(m_groups);
+    qDeleteAll(m_devices);
+}
+
+QString ESIXmlDescriptions::toString(QString indent) const
+{
+    const QString inner = indent + QLatin1Char('\t');
+    QStringList parts;
+    parts.reserve(m_groups.size() + m_devices.size() + 2);
+    parts << QString(
+        QLatin1Char('\n') + indent + QLatin1String("Descriptions") + QLatin1Char('\n') + indent + QLatin1Char('{'));
+    for (const ESIXmlGroup* group : m_groups) {
+        if (group)
+            parts << group->toString(inner);
+    }
+    for (const ESIXmlDevice* device : m_devices) {
+        if (device)
+            parts << device->toString(inner);
+    }
+    parts << QString(QLatin1Char('\n') + indent + QLatin1Char('}'));
+    return parts.join(QString());
+}
+
+void ESIXmlDescriptions::toJson(QJsonObject& json) const
+{
+    QJsonArray devices;
+    for (const ESIXmlDevice* device : m_devices) {
+        if (!device)
+            continue;
+        QJsonObject entry;
+        device->toJson(entry);
+        devices.append(entry);
+    }
+    json.insert(QStringLiteral("Descriptions"), devices);
+}

@@ -1,0 +1,48 @@
+#include "esi/ESIXmlDictionaryObject.h"
+
+#include "esi/ESIXmlObjectInfo.h"
+#include "esi/ESIXmlText_p.h"
+
+#include <QJsonObject>
+
+ESIXmlDictionaryObject::~ESIXmlDictionaryObject()
+{
+    delete m_info;
+}
+
+int ESIXmlDictionaryObject::getIndex() const
+{
+    return static_cast<int>(EsiText::hexAfterPrefix(m_index, 4));
+}
+
+void ESIXmlDictionaryObject::setInfo(ESIXmlObjectInfo* info)
+{
+    if (info == m_info)
+        return;
+    delete m_info;
+    m_info = info;
+}
+
+QString ESIXmlDictionaryObject::toString(QString indent) const
+{
+    QString s;
+    s.reserve(96 + m_index.size() + m_name.size() + m_type.size() + m_bitSize.size() + 8 * indent.size());
+    EsiText::openBlock(s, indent, QLatin1String("Object"));
+    EsiText::field(s, indent, QLatin1String("\tIndex: "), m_index);
+    EsiText::field(s, indent, QLatin1String("\tName: "), m_name);
+    EsiText::field(s, indent, QLatin1String("\tType: "), m_type);
+    EsiText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);
+    if (m_info)
+        s += m_info->toString(indent + QLatin1Char('\t'));
+    EsiText::closeBlock(s, indent);
+    return s;
+}
+
+void ESIXmlDictionaryObject::toJson(QJsonObject& json) const
+{
+    json.insert(QStringLiteral("Name"), m_name);
+    json.insert(QStringLiteral("Index"), getIndex());
+    json.insert(QStringLiteral("BitSize"), m_bitSize.toInt(nullptr, 10));
+    if (m_info)
+        m_info->toJson(json);
+}

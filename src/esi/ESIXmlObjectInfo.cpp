@@ -1,0 +1,38 @@
+#include "esi/ESIXmlObjectInfo.h"
+
+#include "esi/ESIXmlSubItem.h"
+#include "esi/ESIXmlText_p.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+ESIXmlObjectInfo::~ESIXmlObjectInfo()
+{
+    qDeleteAll(m_subItems);
+}
+
+QString ESIXmlObjectInfo::toString(QString indent) const
+{
+    QString s;
+    s.reserve(48 + 4 * indent.size() + m_subItems.size() * (48 + 4 * indent.size()));
+    EsiText::openBlock(s, indent, QLatin1String("Info"));
+    EsiText::field(s, indent, QLatin1String("\tDefault Value: "), m_defaultValue);
+    const QString inner = indent + QLatin1Char('\t');
+    for (int i = 0; i < m_subItems.size(); ++i) {
+        if (m_subItems.at(i))
+            s += m_subItems.at(i)->toString(inner, i);
+    }
+    EsiText::closeBlock(s, indent);
+    return s;
+}
+
+void ESIXmlObjectInfo::toJson(QJsonObject& json) const
+{
+    json.insert(QStringLiteral("DefaultValue"), m_defaultValue);
+    QJsonArray names;
+    for (const ESIXmlSubItem* subItem : m_subItems) {
+        if (subItem)
+            names.append(subItem->getName());
+    }
+    json.insert(QStringLiteral("Info"), names);
+}

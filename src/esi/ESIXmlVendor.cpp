@@ -1,0 +1,31 @@
+#include "esi/ESIXmlVendor.h"
+
+#include "esi/ESIXmlText_p.h"
+
+#include <QJsonObject>
+
+quint32 ESIXmlVendor::id() const
+{
+    const bool decimal = !m_id.isEmpty() && m_id.at(0) >= QLatin1Char('1') && m_id.at(0) <= QLatin1Char('9');
+    if (decimal)
+        return m_id.toUInt(nullptr, 10);
+    return EsiText::hexAfterPrefix(m_id);
+}
+
+QString ESIXmlVendor::toString(QString indent) const
+{
+    QString s;
+    s.reserve(64 + m_id.size() + m_name.size() + m_comment.size() + 8 * indent.size());
+    EsiText::openBlock(s, indent, QLatin1String("Vendor"));
+    EsiText::field(s, indent, QLatin1String("\tId: "), m_id);
+    EsiText::field(s, indent, QLatin1String("\tName: "), m_name);
+    EsiText::field(s, indent, QLatin1String("\tComment: "), m_comment);
+    EsiText::closeBlock(s, indent);
+    return s;
+}
+
+void ESIXmlVendor::toJson(QJsonObject& json) const
+{
+    json.insert(QStringLiteral("VID"), static_cast<double>(id()));
+    json.insert(QStringLiteral("Icon"), QString::fromLocal8Bit(m_imageData16x14));
+}
