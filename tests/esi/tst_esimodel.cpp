@@ -4,7 +4,6 @@
 #include "esi/ESIXmlDescriptions.h"
 #include "esi/ESIXmlDevice.h"
 #include "esi/ESIXmlDictionary.h"
-#include "esi/ESIXmlDictionaryDataType.h"
 #include "esi/ESIXmlDictionaryObject.h"
 #include "esi/ESIXmlObjectInfo.h"
 #include "esi/ESIXmlProfile.h"
@@ -33,7 +32,6 @@ private slots:
     void nullDescriptionsPrintNull();
     void subItemPositions();
     void replacingSettersFreeTheOldChild();
-    void objectJsonMergesInfo();
 };
 
 void TestEsiModel::vendorId_data()
@@ -173,25 +171,6 @@ void TestEsiModel::replacingSettersFreeTheOldChild()
     object.setInfo(new ESIXmlObjectInfo);
     object.setInfo(new ESIXmlObjectInfo);
     QVERIFY(object.getInfo());
-}
-
-void TestEsiModel::objectJsonMergesInfo()
-{
-    ESIXmlDictionaryObject object;
-    object.setName("Identity");
-    object.setIndex("#x1018");
-    object.setBitSize("144");
-    auto* info = new ESIXmlObjectInfo;
-    info->setDefaultValue(4);
-    auto* item = new ESIXmlSubItem;
-    item->setName("Vendor ID");
-    info->addSubItem(item);
-    object.setInfo(info);
-    QJsonObject json;
-    object.toJson(json);
-    QCOMPARE(json,
-        (QJsonObject {{"Name", "Identity"}, {"Index", 0x1018}, {"BitSize", 144}, {"DefaultValue", 4},
-            {"Info", QJsonArray {"Vendor ID"}}}));
 }
 
 QTEST_GUILESS_MAIN(TestEsiModel)
