@@ -1,0 +1,31 @@
+#pragma once
+
+// Text forms shared by the IC model's renderers.
+
+#include <QLatin1String>
+#include <QString>
+
+namespace KivIcText {
+
+/// Product description files write "&" as the four characters \x26 in names and descriptions.
+inline QString replaceAmpersandEscape(QString text)
+{
+    text.replace(QLatin1String("\\x26"), QLatin1String("&"));
+    return text;
+}
+
+/// Register and field names as LaTeX shows them.
+inline QString latexDisplayName(QString name)
+{
+    name.replace(QLatin1Char('_'), QLatin1String("\\_"));
+    return name;
+}
+
+/// Register and field names as LaTeX label keys.
+inline QString latexLabelName(QString name)
+{
+    name.replace(QLatin1Char('_'), QLatin1Char('-'));
+    return name;
+}
+
+} // namespace KivIcText

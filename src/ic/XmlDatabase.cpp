@@ -1,0 +1,78 @@
+#include "ic/XmlDatabase.h"
+
+#include "product/ElementParser_p.h"
+#include "product/KIVXmlParser.h"
+#if __has_include("values/XmlValueDb.h")
+#define KIV_HAVE_VALUES 1
+#include "values/XmlValueBool2.h"
+#include "values/XmlValueDb.h"
+#endif
+
+#ifdef KIV_HAVE_VALUES
+void XmlDatabase::appendValueDb(XmlValueDb* value)
+{
+    if (!value)
+        return;
+    const QString name = value->getName();
+    if (name == QLatin1String("R_Sense"))
+        m_rSense = value->getValue();
+    else if (name == QLatin1String("V_SRTL"))
+        m_vSRTL = value->getValue();
+    else if (name == QLatin1String("V_SRTH"))
+        m_vSRTH = value->getValue();
+}
+
+void XmlDatabase::appendValueBool2(XmlValueBool2* value)
+{
+    if (value)
+        m_offset = value->getValue();
+}
+#endif
+
+QString XmlDatabase::toString() const
+{
+    // "for:  " with two blanks is what log readers know; kept.
+    QString text = QLatin1String("XmlDatabase(for:  ") + m_for + QLatin1String(", name: ") + m_name
+        + QLatin1String(")\n{\nR_Sense: ") + QString::number(m_rSense) + QLatin1String("\nV_SRTL: ")
+        + QString::number(m_vSRTL) + QLatin1String("\nV_SRTH: ") + QString::number(m_vSRTH)
+        + QLatin1String("\noffset: ") + QString::number(m_offset ? 1 : 0) + QLatin1String("\n}");
+    return text;
+}
+
+namespace {
+
+using namespace KivParse;
+
+const ElementInfo kDatabaseInfo {QLatin1String("database"),
+    "static XmlDatabase* KIVXmlParser::parseDatabase(QXmlStreamReader*)", UnknownChild::CouldNotParse};
+
+// The database keeps only the numbers, so the descriptors are freed once they are copied.
+const ChildRule<XmlDatabase> kDatabaseRules[] = {
+#ifdef KIV_HAVE_VALUES
+    {QLatin1String("value_db"),
+        [](QXmlStreamReader* r, XmlDatabase* db) {
+            XmlValueDb* value = KIVXmlParser::parseValueDb(r);
+            db->appendValueDb(value);
+            delete value;
+        }},
+    {QLatin1String("value_bool2"),
+        [](QXmlStreamReader* r, XmlDatabase* db) {
+            XmlValueBool2* value = KIVXmlParser::parseValueBool2(r);
+            db->appendValueBool2(value);
+            delete value;
+        }},
+#else
+    {QLatin1String("\x01"), nullptr},
+#endif
+};
+
+} // namespace
+
+XmlDatabase* KIVXmlParser::parseDatabase(QXmlStreamReader* reader)
+{
+    auto* database = new XmlDatabase();
+    const QXmlStreamAttributes attributes = reader->attributes();
+    database->setFor(attrText(attributes, QLatin1String("for")));
+    database->setName(attrText(attributes, QLatin1String("name")));
+    return parseElement(reader, database, kDatabaseInfo, kDatabaseRules);
+}
