@@ -1,5 +1,8 @@
 #include "base/BasicTools.h"
 
+#include <QDebug>
+#include <QRegularExpression>
+
 #include <cmath>
 
 namespace {
@@ -179,4 +182,120 @@ quint32 BasicTools::max(QList<quint32> list)
     for (quint32 v : qAsConst(list))
         largest = qMax(largest, v);
     return largest;
+}
+
+QString BasicTools::hexPadding(QString s)
+{
+    if (s.startsWith(QLatin1String("0x"))) {
+        const QString digits = s.mid(s.indexOf(QLatin1Char('x')) + 1);
+        return QString((digits.size() % 2 ? QLatin1String("0x0") : QLatin1String("0x")) + digits);
+    }
+    if (s.size() % 2)
+        s.prepend(QLatin1Char('0'));
+    return s;
+}
+
+namespace {
+
+// Cuts a version text before its first "b", "v" or "c" (any case): what is left names the product.
+QString productPart(const QString& text)
+{
+    static const QRegularExpression versionLetter(QStringLiteral("[bvc]"), QRegularExpression::CaseInsensitiveOption);
+    const int at = text.indexOf(versionLetter);
+    return at < 0 ? text : text.left(at);
+}
+
+bool isVersionCharacter(QChar c)
+{
+    if (c.unicode() > 0xFF)
+        return false;
+    const QChar u = c.toUpper();
+    return (u >= QLatin1Char('0') && u <= QLatin1Char('9')) || u == QLatin1Char('.') || u == QLatin1Char('B')
+        || u == QLatin1Char('C') || u == QLatin1Char('V');
+}
+
+void logFirmwareVersion(const char* step, const QString& bl, const QString& fw, quint32 version)
+{
+    qDebug() << "static QString BasicTools::matchFirmwareVersion(QString&, const QString&, quint32)" << step
+             << fw.size() << "BlVersion:" << bl << "FwVersion:" << fw
+             << "Version:" << BasicTools::iToHex(version, 2, QStringLiteral("0x"));
+}
+
+} // namespace
+
+QString BasicTools::matchFirmwareVersion(QString& blVersion, const QString& fwVersion, quint32 version)
+{
+    logFirmwareVersion("firmware version (1): size", blVersion, fwVersion, version);
+    if (blVersion.isEmpty())
+        blVersion = fwVersion;
+    if (blVersion.startsWith(QLatin1Char('c'), Qt::CaseInsensitive))
+        blVersion = QString(QLatin1Char('C') + productPart(blVersion.mid(1)).toUpper());
+    else
+        blVersion = productPart(blVersion).toUpper();
+    logFirmwareVersion("firmware version (2): size", blVersion, fwVersion, version);
+
+    if (fwVersion.size() < 7)
+        return QString();
+    for (const QChar c : fwVersion) {
+        if (!isVersionCharacter(c))
+            return QString();
+    }
+    if (!fwVersion.startsWith(blVersion, Qt::CaseInsensitive))
+        return QString();
+    const QString rest = fwVersion.startsWith(QLatin1Char('c'), Qt::CaseInsensitive) ? fwVersion.mid(1) : fwVersion;
+    if (version == 0)
+        return QStringLiteral("V 0.00");
+
+    QLatin1String prefix("V ");
+    if (rest.contains(QLatin1Char('B'), Qt::CaseInsensitive))
+        prefix = QLatin1String("Bootloader V");
+    else if (rest.contains(QLatin1Char('C'), Qt::CaseInsensitive))
+        prefix = QLatin1String("C ");
+    // Both bytes are read as signed on purpose: existing version displays show a minor of 0x80+ negative.
+    const qint8 major = qint8(quint8((version >> 8) & 0xFF));
+    const qint8 minor = qint8(quint8(version & 0xFF));
+    QString text = prefix + QString::number(major) + QLatin1Char('.');
+    if (minor < 10)
+        text += QLatin1Char('0');
+    text += QString::number(minor);
+    return text;
+}
+
+namespace {
+
+int matchCount(const QRegularExpression& re, const QString& s)
+{
+    int count = 0;
+    for (QRegularExpressionMatchIterator it = re.globalMatch(s); it.hasNext(); it.next())
+        ++count;
+    return count;
+}
+
+} // namespace
+
+bool BasicTools::fitCharset(QString* s, quint32 charset, bool fix)
+{
+    if (!s || charset > 1)
+        return false;
+    static const QRegularExpression index(QStringLiteral("\\[\\d+\\]"));
+    static const QRegularExpression indexRange(QStringLiteral("\\[\\d+\\.{2,}\\d+\\]"));
+    static const QRegularExpression nonWord(QStringLiteral("[^\\w]"));
+
+    s->replace(QLatin1Char(' '), QLatin1Char('_'));
+    if (matchCount(index, *s) == 1) {
+        s->replace(QLatin1Char('['), QLatin1Char('_'));
+        s->remove(QLatin1Char(']'));
+    }
+    if (matchCount(indexRange, *s) == 1)
+        s->replace(indexRange, QStringLiteral("_ALL"));
+    if (!s->contains(nonWord))
+        return false;
+    if (fix)
+        s->remove(nonWord);
+    return true;
+}
+
+bool BasicTools::fitCharsetCHeader(QString* s, bool fix)
+{
+    return fitCharset(s, 0, fix);
 }

@@ -2,8 +2,20 @@
 
 #include "kivcore_export.h"
 
+#include <QByteArray>
+#include <QColor>
+#include <QFont>
+#include <QImage>
 #include <QList>
+#include <QPixmap>
+#include <QSize>
 #include <QString>
+
+class QAbstractButton;
+class QAction;
+class QFile;
+class QLineEdit;
+class QWidget;
 
 /// Stateless helpers shared by the whole library and the application: number-to-text formats, value limits
 /// of bit fields, a fixed-point filter, plot axis scaling, firmware version texts, identifier clean-up,
@@ -45,4 +57,81 @@ public:
 
     static QString generateIndents(int n);
     static quint32 max(QList<quint32> list);
+
+    /// Even number of hexadecimal digits: a "0" goes in front of an odd-length text (after a "0x" prefix).
+    static QString hexPadding(QString s);
+    /// Display text of a firmware version ("V 1.05", "C 1.05", "Bootloader V1.05"), empty when fwVersion does
+    /// not look like a version of the product named by blVersion. Normalises blVersion for the caller.
+    static QString matchFirmwareVersion(QString& blVersion, const QString& fwVersion, quint32 version);
+    /// Rewrites an identifier for a generated C header (blanks, "[n]", "[a..b]"); returns whether characters
+    /// outside the word class remain (fix false) or were removed (fix true). Charsets above 1 are left alone.
+    static bool fitCharset(QString* s, quint32 charset, bool fix);
+    static bool fitCharsetCHeader(QString* s, bool fix);
+
+    /// Range of a field of `bits` bits. Deliberately odd at the edges (signed widths above 32 give 0 and -1,
+    /// above 63 give -1 and 0): existing tools depend on these sentinels. Returns the new max.
+    static qint64 valLimit(qint64& min, qint64& max, quint8 bits, bool isSigned);
+    static double valLimit(double& min, double& max, quint8 bits, bool isSigned);
+    /// One step of a fixed-point low-pass filter with weight 2^-shift; `acc` keeps `fraction` fractional bits.
+    static int getFilteredInt(qint64* acc, int input, int previous, quint8 shift, quint8 fraction);
+    /// Rounds a plot range outward to a step of 1, 2 or 5 times a power of ten; ticks becomes the step count.
+    static void adjustLinearAxis(double& min, double& max, quint32& ticks);
+    static int adjustLinearAxis(int& min, int& max);
+    /// Rounds a positive range outward to powers of ten; non-positive ends are left as they are.
+    static void adjustLog10Axis(int& min, int& max);
+
+    /// The template "<html>%0</span></html": the stray span and the missing ">" are kept for existing callers.
+    static QString htmlSimpleBody(QWidget* widget);
+    static QString textToFullHtml(QString text, QColor color);
+    /// b as HTML with the characters that differ from a marked (colour and/or bold); b is not escaped.
+    static QString stringHtmlMatch(QString a, QString b, QColor color, bool bold);
+    /// HTML of a small Markdown subset (headings, "* " lists). Lists close with "</ui>" on purpose: the
+    /// help browser's pages were written against that output.
+    static QString mdToHtml(QFile* file);
+    /// Colours the first occurrence of `match` (case-insensitive) at or after `from` in the line edit's text
+    /// through an input-method format; an empty or missing match clears the colouring. Returns whether found.
+    static bool matchColorString(const QString& match, QLineEdit* edit, const QColor& color, int from);
+
+    /// Copies src into the current directory (as dst, or src's file name), keeping an existing copy, and
+    /// returns the copy's path. The copy is left write-only for the user.
+    static QString copyToTemp(QString src, QString dst);
+    static bool removeFromTemp(QString name);
+    /// Saves a screenshot of the widget as name + timestamp + ".png" and puts it on the clipboard;
+    /// returns a message for the user.
+    static QString ExportPNG(QWidget* w, QString name);
+
+    static QImage rotate90(QImage image);
+    static QImage rotate180(QImage image);
+    static QImage rotate270(QImage image);
+    /// Rotates clockwise by `degrees`.
+    static QImage rotate(int degrees, QImage image);
+    static QPixmap rotate90(QPixmap pixmap);
+    static QPixmap rotate180(QPixmap pixmap);
+    static QPixmap rotate270(QPixmap pixmap);
+    static QPixmap rotate(int degrees, QPixmap pixmap);
+    /// Grey version keeping the alpha channel.
+    static QPixmap setPixmapToGray(QPixmap pixmap);
+    /// Recolours the visible pixels of a symbol in place, keeping their alpha; with `onlyFrom` set only the
+    /// pixels whose colour equals `from` (ignoring alpha) change.
+    static void setSymbolColor(QPixmap* pixmap, QColor color, bool onlyFrom, QColor from);
+    /// Text centred over the pixmap.
+    static QPixmap addTextToPixmap(QPixmap pixmap, QString text, QColor color);
+    /// The pixmap widened (Horizontal: text on the right) or heightened (Vertical: text below) to hold the text.
+    static QPixmap addTextToPixmapAdjust(
+        QPixmap pixmap, QString text, QColor color, Qt::Orientation orientation, QFont font);
+    /// Text centred over the pixmap, reading bottom to top.
+    static QPixmap addTextToPixmapRotate(QPixmap pixmap, QString text, QColor color, QFont font);
+    /// `overlay` drawn at its own size into the bottom right corner of `base` (a badge).
+    static QPixmap addPixmapToPixmap(QPixmap base, QPixmap overlay);
+    /// An "<img>" element embedding the pixmap as PNG data, scaled to `size` when valid, drawn over `background`
+    /// when valid.
+    static QString setPixmapToHtml(QPixmap pixmap, QColor background, QSize size);
+    static QString setPixmapToHtml(QPixmap pixmap, QSize size);
+    static QString setPixmapToHtml(QPixmap pixmap, QColor background);
+    /// Base64 of the PNG encoding of the image; pixmapFromImageData reverses it (null pixmap on bad data).
+    static QByteArray pixmapToImageData(QImage image);
+    static QPixmap pixmapFromImageData(QByteArray data);
+    /// Recolours the button's (action's) icon symbol: normal, disabled and active modes get one colour each.
+    static void setButtonIconsColor(QAbstractButton* button, QColor normal, QColor disabled, QColor active);
+    static void setActionIconsColor(QAction* action, QColor normal, QColor disabled, QColor active);
 };
