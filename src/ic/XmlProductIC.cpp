@@ -109,7 +109,8 @@ const ChildRule<XmlProductIC> kProductRules[] = {
         }},
 };
 
-// The token after an unknown child's start tag is dropped unexamined; files rely on it.
+// Deliberately kept: the token right after an unknown child's start tag is dropped unexamined, as product
+// files have always been read.
 const ElementInfo kProductInfo {QLatin1String("product_ic"),
     "static XmlProductIC* KIVXmlParser::parseProductIC(QXmlStreamReader*)", UnknownChild::Plain, nullptr, true};
 
