@@ -100,15 +100,15 @@ public:
     /// returns a message for the user.
     static QString ExportPNG(QWidget* w, QString name);
 
-    static QImage rotate90(QImage image);
-    static QImage rotate180(QImage image);
-    static QImage rotate270(QImage image);
     /// Rotates clockwise by `degrees`.
     static QImage rotate(int degrees, QImage image);
-    static QPixmap rotate90(QPixmap pixmap);
-    static QPixmap rotate180(QPixmap pixmap);
-    static QPixmap rotate270(QPixmap pixmap);
     static QPixmap rotate(int degrees, QPixmap pixmap);
+    static QImage rotate90(QImage image) { return rotate(90, image); }
+    static QImage rotate180(QImage image) { return rotate(180, image); }
+    static QImage rotate270(QImage image) { return rotate(270, image); }
+    static QPixmap rotate90(QPixmap pixmap) { return rotate(90, pixmap); }
+    static QPixmap rotate180(QPixmap pixmap) { return rotate(180, pixmap); }
+    static QPixmap rotate270(QPixmap pixmap) { return rotate(270, pixmap); }
     /// Grey version keeping the alpha channel.
     static QPixmap setPixmapToGray(QPixmap pixmap);
     /// Recolours the visible pixels of a symbol in place, keeping their alpha; with `onlyFrom` set only the

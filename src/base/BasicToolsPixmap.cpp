@@ -64,41 +64,11 @@ QPixmap transparentPixmap(const QSize& size)
 
 } // namespace
 
-QImage BasicTools::rotate90(QImage image)
-{
-    return rotate(90, image);
-}
-
-QImage BasicTools::rotate180(QImage image)
-{
-    return rotate(180, image);
-}
-
-QImage BasicTools::rotate270(QImage image)
-{
-    return rotate(270, image);
-}
-
 QImage BasicTools::rotate(int degrees, QImage image)
 {
     if (image.isNull())
         return image;
     return image.transformed(QTransform().rotate(degrees));
-}
-
-QPixmap BasicTools::rotate90(QPixmap pixmap)
-{
-    return rotate(90, pixmap);
-}
-
-QPixmap BasicTools::rotate180(QPixmap pixmap)
-{
-    return rotate(180, pixmap);
-}
-
-QPixmap BasicTools::rotate270(QPixmap pixmap)
-{
-    return rotate(270, pixmap);
 }
 
 QPixmap BasicTools::rotate(int degrees, QPixmap pixmap)
