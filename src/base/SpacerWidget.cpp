@@ -1,0 +1,5 @@
+#include "base/SpacerWidget.h"
+
+SpacerWidget::SpacerWidget(QWidget* parent)
+    : QWidget(parent)
+{ }
