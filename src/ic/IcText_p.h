@@ -14,6 +14,12 @@ inline QString replaceAmpersandEscape(QString text)
     return text;
 }
 
+/// Upper-case hexadecimal without prefix or padding, as masks and values are shown.
+inline QString upperHex(unsigned long long value)
+{
+    return QString::number(value, 16).toUpper();
+}
+
 /// Register and field names as LaTeX shows them.
 inline QString latexDisplayName(QString name)
 {

@@ -2,13 +2,9 @@
 
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
-#if __has_include("values/XmlValueDb.h")
-#define KIV_HAVE_VALUES 1
 #include "values/XmlValueBool2.h"
 #include "values/XmlValueDb.h"
-#endif
 
-#ifdef KIV_HAVE_VALUES
 void XmlDatabase::appendValueDb(XmlValueDb* value)
 {
     if (!value)
@@ -27,7 +23,6 @@ void XmlDatabase::appendValueBool2(XmlValueBool2* value)
     if (value)
         m_offset = value->getValue();
 }
-#endif
 
 QString XmlDatabase::toString() const
 {
@@ -48,7 +43,6 @@ const ElementInfo kDatabaseInfo {QLatin1String("database"),
 
 // The database keeps only the numbers, so the descriptors are freed once they are copied.
 const ChildRule<XmlDatabase> kDatabaseRules[] = {
-#ifdef KIV_HAVE_VALUES
     {QLatin1String("value_db"),
         [](QXmlStreamReader* r, XmlDatabase* db) {
             XmlValueDb* value = KIVXmlParser::parseValueDb(r);
@@ -61,9 +55,6 @@ const ChildRule<XmlDatabase> kDatabaseRules[] = {
             db->appendValueBool2(value);
             delete value;
         }},
-#else
-    {QLatin1String("\x01"), nullptr},
-#endif
 };
 
 } // namespace

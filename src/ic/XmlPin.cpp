@@ -1,6 +1,7 @@
 #include "ic/XmlPin.h"
 
 #include "ic/HtmlTables_p.h"
+#include "ic/IcText_p.h"
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
 
@@ -19,7 +20,7 @@ XmlPin::XmlPin(unsigned int id, QString type, QString name, QString descShort, Q
 
 QString XmlPin::getStringFromValue(unsigned long long value) const
 {
-    return QString::number(value, 16).toUpper();
+    return KivIcText::upperHex(value);
 }
 
 QString XmlPin::toString(QString indent) const

@@ -1,6 +1,7 @@
 #include "ic/XmlPinGroup.h"
 
 #include "ic/HtmlTables_p.h"
+#include "ic/IcText_p.h"
 #include "ic/XmlPin.h"
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
@@ -26,7 +27,7 @@ void XmlPinGroup::appendPin(XmlPin* pin)
 
 QString XmlPinGroup::getStringFromValue(unsigned long long value) const
 {
-    return QString::number(value, 16).toUpper();
+    return KivIcText::upperHex(value);
 }
 
 QString XmlPinGroup::toString(QString indent) const

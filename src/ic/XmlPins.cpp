@@ -1,6 +1,7 @@
 #include "ic/XmlPins.h"
 
 #include "ic/HtmlTables_p.h"
+#include "ic/IcText_p.h"
 #include "ic/XmlPinGroup.h"
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
@@ -22,7 +23,7 @@ void XmlPins::appendPinGroup(XmlPinGroup* group)
 
 QString XmlPins::getStringFromValue(unsigned long long value) const
 {
-    return QString::number(value, 16).toUpper();
+    return KivIcText::upperHex(value);
 }
 
 QString XmlPins::toString(QString indent) const

@@ -38,7 +38,7 @@ void XmlRegisterVariant::appendField(XmlValueRegisterField* field)
     m_variantAccess |= field->getAccess();
     m_variantAccessString = accessToAccessString(m_variantAccess);
     m_maskValue |= field->getMaskValue();
-    m_maskString = QString::number(m_maskValue, 16).toUpper();
+    m_maskString = KivIcText::upperHex(m_maskValue);
 }
 
 void XmlRegisterVariant::appendImpacts(XmlRegisterVariantImpacts* impacts)

@@ -1,5 +1,6 @@
 #include "ic/XmlRegisterVariantImpactedBy.h"
 
+#include "ic/IcText_p.h"
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
 
@@ -16,7 +17,7 @@ XmlRegisterVariantImpactedBy::XmlRegisterVariantImpactedBy(
 void XmlRegisterVariantImpactedBy::setMaskValue(const unsigned long long& mask)
 {
     m_maskValue = mask;
-    m_maskString = QString::number(mask, 16).toUpper();
+    m_maskString = KivIcText::upperHex(mask);
 }
 
 QString XmlRegisterVariantImpactedBy::toString(QString indent) const

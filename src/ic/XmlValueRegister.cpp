@@ -2,6 +2,7 @@
 
 #include "base/BasicTools.h"
 #include "ic/HtmlTables_p.h"
+#include "ic/IcText_p.h"
 #include "ic/XmlRegisterVariant.h"
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
@@ -30,7 +31,7 @@ void XmlValueRegister::appendVariant(XmlRegisterVariant* variant)
 
 QString XmlValueRegister::getStringFromValue(unsigned long long value)
 {
-    return QString::number(value, 16).toUpper();
+    return KivIcText::upperHex(value);
 }
 
 QString XmlValueRegister::toString(QString indent)

@@ -4,8 +4,6 @@
 #include "ic/IcText_p.h"
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
-#if __has_include("values/XmlValueSigned.h")
-#define KIV_HAVE_VALUES 1
 #include "values/XmlValueASCII.h"
 #include "values/XmlValueAlert.h"
 #include "values/XmlValueBool.h"
@@ -15,7 +13,6 @@
 #include "values/XmlValueTime.h"
 #include "values/XmlValueUnsigned.h"
 #include "values/XmlValueVersion.h"
-#endif
 
 XmlValueRegisterField::XmlValueRegisterField(QString name, int shift, QString mask, QString descShort, QString descLong)
     : XmlValueInterface(XmlValueTypeRegisterField)
@@ -127,7 +124,6 @@ QString XmlValueRegisterField::toHtml()
     return html;
 }
 
-#ifdef KIV_HAVE_VALUES
 namespace {
 
 using namespace KivParse;
@@ -167,15 +163,6 @@ const ChildRule<XmlValueRegisterField> kFieldRules[] = {
 };
 
 } // namespace
-#else
-namespace {
-using namespace KivParse;
-const ElementInfo kFieldInfo {QLatin1String("value_register_field"),
-    "static XmlValueRegisterField* KIVXmlParser::parseValueRegisterField(QXmlStreamReader*)",
-    UnknownChild::CouldNotParse};
-const ChildRule<XmlValueRegisterField> kFieldRules[] = {{QLatin1String("\x01"), nullptr}};
-} // namespace
-#endif
 
 XmlValueRegisterField* KIVXmlParser::parseValueRegisterField(QXmlStreamReader* reader)
 {

@@ -1,0 +1,191 @@
+#include "LogCapture.h"
+#include "TestXml.h"
+
+#include "ic/XmlDatabase.h"
+#include "ic/XmlGroup.h"
+#include "ic/XmlPinGroup.h"
+#include "ic/XmlPins.h"
+#include "ic/XmlProductIC.h"
+#include "ic/XmlRegisterSet.h"
+#include "ic/XmlRegisterVariant.h"
+#include "ic/XmlRegisterVariantImpactedBy.h"
+#include "ic/XmlRegisterVariantImpacts.h"
+#include "ic/XmlValueRegister.h"
+#include "ic/XmlValueRegisterField.h"
+#include "product/KIVXmlParser.h"
+
+#include <QSet>
+#include <QtTest>
+
+#include <memory>
+
+// The example IC file parsed end to end, and the database element.
+class TestIcExample : public QObject
+{
+    Q_OBJECT
+private slots:
+    void initTestCase();
+    void cleanupTestCase();
+    void model();
+    void variantsAndImpacts();
+    void renderings();
+    void database_data();
+    void database();
+
+private:
+    XmlProductIC* m_ic = nullptr;
+};
+
+void TestIcExample::initTestCase()
+{
+    const QByteArray xml = TestXml::readFile(QStringLiteral(KIVCORE_EXAMPLES_DIR "/ic/kiv-ic-example.xml"));
+    QVERIFY(!xml.isEmpty());
+    LogCapture log;
+    m_ic = qobject_cast<XmlProductIC*>(TestXml::parseProduct(xml).release());
+    QVERIFY(m_ic);
+    // every element of the file is known: the one message is the offset flag's own parse note
+    QCOMPARE(log.texts().size(), 1);
+    QVERIFY(log.texts().first().startsWith(QLatin1String("static XmlValueBool2* KIVXmlParser::parseValueBool2")));
+}
+
+void TestIcExample::cleanupTestCase()
+{
+    delete m_ic;
+}
+
+void TestIcExample::model()
+{
+    QCOMPARE(m_ic->name(), QStringLiteral("KIV2130"));
+    QCOMPARE(m_ic->mainDescription()->size(), 3);
+    QVERIFY(m_ic->mainDescription()->at(1).startsWith(QLatin1String("Step & Direction")));
+    XmlRegisterSet* set = m_ic->registerSet();
+    QVERIFY(set);
+    QCOMPARE(set->getGroups()->size(), 6);
+    QCOMPARE(set->getRegisters()->size(), 46);
+    QCOMPARE(set->getRegistersMap()->size(), 46);
+    QSet<int> sizes;
+    int fields = 0;
+    for (XmlValueRegister* reg : *set->getRegisters()) {
+        sizes.insert(reg->getSize());
+        QCOMPARE(set->getRegistersMap()->value(static_cast<unsigned char>(reg->address())), reg);
+        for (XmlRegisterVariant* variant : *reg->getRegisterVariants()) {
+            for (XmlValueRegisterField* field : *variant->getRegisterFields()) {
+                ++fields;
+                QVERIFY2(field->getValue(), qPrintable(field->getName()));
+                QVERIFY2(!field->getErrorMask(), qPrintable(field->getName()));
+            }
+        }
+    }
+    QCOMPARE(fields, 121);
+    QCOMPARE(sizes, QSet<int>({8, 16, 32}));
+    QSet<QString> kinds;
+    int alerts = 0;
+    for (XmlValueRegister* reg : *set->getRegisters()) {
+        for (XmlRegisterVariant* variant : *reg->getRegisterVariants()) {
+            for (XmlValueRegisterField* field : *variant->getRegisterFields()) {
+                kinds.insert(field->getValue()->getTypeAsString());
+                alerts += field->getAlerts().size();
+            }
+        }
+    }
+    QCOMPARE(kinds, QSet<QString>({"Signed", "Unsigned", "Bool", "Choice", "Date", "Time", "Version", "ASCII"}));
+    QCOMPARE(alerts, 8);
+    QVERIFY(m_ic->pins());
+    QCOMPARE(m_ic->pins()->getPackaging(), QStringLiteral("QFN36"));
+    QCOMPARE(m_ic->pins()->getPinGroups()->size(), 4);
+    int pins = 0;
+    for (XmlPinGroup* group : *m_ic->pins()->getPinGroups())
+        pins += group->getPins()->size();
+    QCOMPARE(pins, 17);
+}
+
+void TestIcExample::variantsAndImpacts()
+{
+    XmlRegisterSet* set = m_ic->registerSet();
+    XmlValueRegister* selector = set->getRegister(0x6B);
+    QVERIFY(selector);
+    const QList<XmlRegisterVariantImpacts*>& impacts = *selector->getRegisterVariants()->first()->getImpacts();
+    QCOMPARE(impacts.size(), 3);
+    for (XmlRegisterVariantImpacts* entry : impacts) {
+        XmlValueRegister* dependent = set->getRegister(entry->getAddress());
+        QVERIFY(dependent);
+        QCOMPARE(dependent->getRegisterVariants()->size(), 2);
+        for (XmlRegisterVariant* variant : *dependent->getRegisterVariants()) {
+            QCOMPARE(variant->getImpactedsBy()->size(), 1);
+            QCOMPARE(variant->getImpactedsBy()->first()->getAddress(), 0x6Bu);
+        }
+    }
+    XmlRegisterVariant* stealth = set->getRegister(0x70)->getRegisterVariants()->at(1);
+    QCOMPARE(stealth->getName(), QStringLiteral("Quiet stealth & stall"));
+    QCOMPARE(stealth->getImpactedsBy()->first()->getRangeFrom(), 2ull);
+    QCOMPARE(stealth->getImpactedsBy()->first()->getMaskValue(), 6ull);
+    // pwm_lim covers bit 31: the casted value is sign-filled
+    XmlValueRegisterField* lim = stealth->getRegisterFields()->last();
+    QCOMPARE(lim->getName(), QStringLiteral("pwm_lim"));
+    QCOMPARE(XmlValueRegisterField::getCastedRegisterFieldValue(lim, int(0xC0000000u)), -4);
+    XmlValueRegisterField* encInt
+        = set->getRegister(0x3A)->getRegisterVariants()->first()->getRegisterFields()->first();
+    QCOMPARE(XmlValueRegisterField::getCastedRegisterFieldValue(encInt, int(0xFFFF0000u)), -1);
+}
+
+void TestIcExample::renderings()
+{
+    const QString text = m_ic->toString();
+    QVERIFY(text.startsWith(QLatin1String("Product: IC\nName: KIV2130\nVersion: 1.04\n")));
+    QVERIFY(text.contains(QLatin1String("\tXmlValueRegister(address: 108, name: CHOPCONF, size: 32, group: 3)")));
+    QVERIFY(text.contains(QLatin1String("\t\tXmlRegisterVariant(name: Spread chopper), access: RW)")));
+    const QString html = m_ic->toHtml();
+    QVERIFY(html.contains(QLatin1String("<td>108 (0x6C)</td>")));
+    QVERIFY(html.contains(QLatin1String("<td>Motor driver</td>\n<td>3</td>")));
+    QVERIFY(html.endsWith(QLatin1String("\n</html>")));
+    const QString map = m_ic->toLaTeXRegisterMap();
+    QVERIFY(map.contains(
+        QLatin1String("\n\\hexnum{0x6C} & CHOPCONF \\phantomsection \\label{REGISTER:CHOPCONF} & &  \\\\")));
+    QVERIFY(
+        map.contains(QLatin1String("{REGISTER-FIELD:ot} & bit(25) & Overtemperature shutdown (above 150\\degree C)")));
+    QVERIFY(map.contains(QLatin1String("{REGISTER-FIELD:hend} & s4(10:7) & Hysteresis low value (-3 ... 12) \\\\")));
+    QCOMPARE(map.count(QLatin1String("\\hline")), 47);
+    const QString defaults = m_ic->toLaTeXRegisterMapDefaults();
+    QVERIFY(defaults.contains(QLatin1String("RW & 0x\\hexnum{6C} & {\\bf CHOPCONF}")));
+    QVERIFY(defaults.contains(
+        QLatin1String("\\label{REGISTER-FIELD:temp} & 0 & $-$40 & 200 & Junction temperature [\\degree{}C]")));
+    QCOMPARE(defaults.count(QLatin1String("\\label{REGISTER:")), 46);
+    QCOMPARE(m_ic->toLaTeXRegisterOverview().count(QLatin1String("\\hexnum")), 46);
+    int grouped = 0;
+    for (XmlGroup* group : *m_ic->registerSet()->getGroups())
+        grouped += m_ic->toLaTeXRegisterOverviewByGroup(group).count(QLatin1String("\\hexnum"));
+    QCOMPARE(grouped, 46);
+}
+
+void TestIcExample::database_data()
+{
+    QTest::addColumn<QByteArray>("children");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << QByteArray()
+                          << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 0\nV_SRTL: 0\nV_SRTH: 0\noffset: 0\n}";
+    QTest::newRow("all") << QByteArray(
+        "<value_db name=\"R_Sense\" value=\"110\"/><value_db name=\"V_SRTL\" value=\"180\"/>"
+        "<value_db name=\"V_SRTH\" value=\"1\"/><value_db name=\"V_SRTH\" value=\"325\"/>"
+        "<value_bool2 name=\"anything\" value=\"true\"/>")
+                         << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 110\nV_SRTL: 180\nV_SRTH: 325\noffset: 1\n}";
+    QTest::newRow("name case matters")
+        << QByteArray("<value_db name=\"r_sense\" value=\"5\"/>"
+                      "<value_bool2 value=\"true\"/><value_bool2 value=\"True\"/>")
+        << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 0\nV_SRTL: 0\nV_SRTH: 0\noffset: 0\n}";
+}
+
+void TestIcExample::database()
+{
+    QFETCH(QByteArray, children);
+    QFETCH(QString, text);
+    TestXml::Reader reader("<database for=\"F\" name=\"N\">" + children + "</database>");
+    std::unique_ptr<XmlDatabase> database(KIVXmlParser::parseDatabase(reader));
+    QVERIFY(database);
+    KIV_COMPARE_TEXT(database->toString(), text);
+    QCOMPARE(m_ic->database()->getRSense(), 110u);
+    QCOMPARE(m_ic->database()->getVSRTH(), 325u);
+    QVERIFY(m_ic->database()->getOffset());
+}
+
+QTEST_GUILESS_MAIN(TestIcExample)
+#include "tst_icexample.moc"
