@@ -1,0 +1,19 @@
+#pragma once
+
+#include "kivcore_export.h"
+#include "product/XmlAnalogInput.h"
+#include "product/XmlItemContainer.h"
+
+#include <QString>
+
+/// The module's analog inputs. Owns its items.
+class KIVCORE_EXPORT XmlAnalogInputs : public XmlItemContainer<XmlAnalogInput>
+{
+public:
+    /// The container's own list.
+    QList<XmlAnalogInput*>* getAnalogInputs() { return &m_items; }
+    /// Takes ownership; a null pointer is appended like any other.
+    void appendAnalogInput(XmlAnalogInput* item) { m_items.append(item); }
+
+    QString toString() const;
+};

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "kivcore_export.h"
+#include "product/XmlParameterInterface.h"
+
+/// One axis parameter of a module, read with command 6 and written with command 5.
+class KIVCORE_EXPORT XmlAxisParameter : public XmlParameterInterface
+{
+public:
+    XmlAxisParameter()
+        : XmlParameterInterface(AxisParameterKind)
+    { }
+
+    QString toString() override;
+};

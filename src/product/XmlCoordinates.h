@@ -1,0 +1,19 @@
+#pragma once
+
+#include "kivcore_export.h"
+#include "product/XmlCoordinate.h"
+#include "product/XmlItemContainer.h"
+
+#include <QString>
+
+/// The module's stored coordinates. Owns its items.
+class KIVCORE_EXPORT XmlCoordinates : public XmlItemContainer<XmlCoordinate>
+{
+public:
+    /// The container's own list.
+    QList<XmlCoordinate*>* getCoordinates() { return &m_items; }
+    /// Takes ownership; a null pointer is appended like any other.
+    void appendCoordinate(XmlCoordinate* item) { m_items.append(item); }
+
+    QString toString() const;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "kivcore_export.h"
+#include "product/XmlDigitalInput.h"
+#include "product/XmlItemContainer.h"
+
+#include <QString>
+
+/// The module's digital inputs. Owns its items.
+class KIVCORE_EXPORT XmlDigitalInputs : public XmlItemContainer<XmlDigitalInput>
+{
+public:
+    /// The container's own list.
+    QList<XmlDigitalInput*>* getDigitalInputs() { return &m_items; }
+    /// Takes ownership; a null pointer is appended like any other.
+    void appendDigitalInput(XmlDigitalInput* item) { m_items.append(item); }
+
+    QString toString() const;
+};

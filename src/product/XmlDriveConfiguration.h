@@ -1,0 +1,30 @@
+#pragma once
+
+#include "kivcore_export.h"
+#include "product/XmlDriveApSettings.h"
+#include "product/XmlItemContainer.h"
+
+#include <QString>
+
+/// A ready-made drive set-up of a module: a numbered, named list of setting groups that a tool writes to
+/// the module's axis parameters. Owns its groups.
+class KIVCORE_EXPORT XmlDriveConfiguration : public XmlItemContainer<XmlDriveApSettings>
+{
+public:
+    XmlDriveConfiguration(unsigned char id, QString name)
+        : m_id(id)
+        , m_name(name)
+    { }
+
+    unsigned char id() const { return m_id; }
+    QString name() const { return m_name; }
+    /// The configuration's own list.
+    QList<XmlDriveApSettings*>* driveApSettings() { return &m_items; }
+    /// Takes ownership; a null pointer is appended like any other.
+    void appendDriveApSettings(XmlDriveApSettings* settings) { m_items.append(settings); }
+    QString toString() const;
+
+private:
+    unsigned char m_id;
+    QString m_name;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "kivcore_export.h"
+#include "product/XmlIrq.h"
+#include "product/XmlItemContainer.h"
+
+#include <QString>
+
+/// The module's interrupt sources. Owns its items.
+class KIVCORE_EXPORT XmlIrqs : public XmlItemContainer<XmlIrq>
+{
+public:
+    /// The container's own list.
+    QList<XmlIrq*>* getIrqs() { return &m_items; }
+    /// Takes ownership; a null pointer is appended like any other.
+    void appendIrq(XmlIrq* item) { m_items.append(item); }
+
+    QString toString() const;
+};
