@@ -362,7 +362,8 @@ void TestAppSettings::corruptAndUnwritableFile()
     {
         QFile corrupt(file);
         QVERIFY(corrupt.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        corrupt.write(QByteArray("\x00\xff[[[broken\n=\n\xfe\xfd garbage", 28));
+        static const char garbage[] = "\x00\xff[[[broken\n=\n\xfe\xfd garbage";
+        corrupt.write(garbage, sizeof(garbage) - 1);
     }
     {
         AppSettings settings;
