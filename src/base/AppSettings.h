@@ -23,6 +23,18 @@ class KIVCORE_EXPORT AppSettings : public QSettings
 public:
     AppSettings();
 
+    // Key names kept for the application's own settings; the library only reads keyStartCounter.
+    static constexpr const char* keyStyleAppeal = "Style/appeal";
+    static constexpr const char* keyAddFontPointSizeF = "Mainwindow/addFontPointSizeF";
+    static constexpr const char* keyPluginsGeometry = "Plugins Geometry";
+    static constexpr const char* keySessionsToolbars = "Sessions/Toolbars/VariantMap";
+    static constexpr const char* keyMyPath = "MyPath";
+    static constexpr const char* keyDebugFile = "DebugFile";
+    static constexpr const char* keyColorMapCount = "ColorMap/Count";
+    static constexpr const char* keyColorMapCheckedButton = "ColorMap/CheckedButton";
+    static constexpr const char* keyGraphParam = "GraphParam/";
+    static constexpr const char* keyStartCounter = "StartCounter";
+
     /// Version passed to QMainWindow::saveState and restoreState.
     int version() const { return 20; }
 

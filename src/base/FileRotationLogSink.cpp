@@ -79,7 +79,7 @@ FileRotationLogSink::FileRotationLogSink(QString name, size_t maxSize)
     m_file.setObjectName(name + QLatin1String(".bak"));
     m_flag = false;
 
-    const QString counter = AppSettings().value(QStringLiteral("StartCounter")).toString();
+    const QString counter = AppSettings().value(QLatin1String(AppSettings::keyStartCounter)).toString();
     m_stream << Qt::endl
              << Qt::endl
              << "Start " << now() << " [" << counter << "]" << Qt::endl

@@ -25,6 +25,8 @@ private slots:
     void fileIdentity();
     void homePathCreatedAndKept();
     void homePathUncreatable();
+    void keyNames_data();
+    void keyNames();
     void prefix_data();
     void prefix();
     void paraMaps();
@@ -95,6 +97,29 @@ void TestAppSettings::homePathUncreatable()
     settings.setValue(QStringLiteral("HomePath"), impossible);
     QCOMPARE(settings.homePath(), impossible);
     QVERIFY(!QFileInfo::exists(impossible));
+}
+
+void TestAppSettings::keyNames_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("appeal") << AppSettings::keyStyleAppeal << "Style/appeal";
+    QTest::newRow("font") << AppSettings::keyAddFontPointSizeF << "Mainwindow/addFontPointSizeF";
+    QTest::newRow("plugins") << AppSettings::keyPluginsGeometry << "Plugins Geometry";
+    QTest::newRow("toolbars") << AppSettings::keySessionsToolbars << "Sessions/Toolbars/VariantMap";
+    QTest::newRow("my path") << AppSettings::keyMyPath << "MyPath";
+    QTest::newRow("debug file") << AppSettings::keyDebugFile << "DebugFile";
+    QTest::newRow("colour count") << AppSettings::keyColorMapCount << "ColorMap/Count";
+    QTest::newRow("colour button") << AppSettings::keyColorMapCheckedButton << "ColorMap/CheckedButton";
+    QTest::newRow("graph") << AppSettings::keyGraphParam << "GraphParam/";
+    QTest::newRow("start counter") << AppSettings::keyStartCounter << "StartCounter";
+}
+
+void TestAppSettings::keyNames()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, text);
+    QCOMPARE(key, text);
 }
 
 void TestAppSettings::prefix_data()
