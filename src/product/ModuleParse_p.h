@@ -6,8 +6,7 @@
 #include "product/ElementParser_p.h"
 #include "product/KIVXmlParser.h"
 #include "product/XmlCANopenEntry.h"
-#include "product/XmlCoordinate.h"
-#include "product/XmlIrq.h"
+#include "product/XmlNumberedItem.h"
 #include "product/XmlParameterInterface.h"
 #include "values/XmlValueInterface.h"
 

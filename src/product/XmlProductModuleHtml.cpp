@@ -81,13 +81,7 @@ void appendRow(QString& html, XmlParameterInterface* item)
     appendItemRow(html, item->type(), item->name(), item->identifier(), item->descriptions(), item->value());
 }
 
-void appendRow(QString& html, XmlIrq* item)
-{
-    appendItemRow(
-        html, item->getType(), item->getName(), item->getIdentifier(), item->getDescriptions(), item->getValue());
-}
-
-void appendRow(QString& html, XmlCoordinate* item)
+void appendRow(QString& html, XmlNumberedItem* item)
 {
     appendItemRow(
         html, item->getType(), item->getName(), item->getIdentifier(), item->getDescriptions(), item->getValue());
