@@ -18,11 +18,7 @@ inline XmlValueInterface* currentValue(XmlParameterInterface* owner)
 {
     return owner->value();
 }
-inline XmlValueInterface* currentValue(XmlIrq* owner)
-{
-    return owner->getValue();
-}
-inline XmlValueInterface* currentValue(XmlCoordinate* owner)
+inline XmlValueInterface* currentValue(XmlNumberedItem* owner)
 {
     return owner->getValue();
 }
