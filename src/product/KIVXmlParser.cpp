@@ -1,11 +1,25 @@
 #include "product/KIVXmlParser.h"
 
+#include "ic/XmlPinMap.h"
 #include "ic/XmlProductIC.h"
 #include "product/XmlProductModule.h"
 
 #include <QDebug>
 #include <QFile>
 #include <QXmlStreamReader>
+
+namespace {
+
+/// Frees a result that a later root replaced. A module does not delete its pin map (its keeper does),
+/// and no one else can reach this one any more.
+void deleteReplacedProduct(XmlProductInterface* product)
+{
+    if (auto* module = qobject_cast<XmlProductModule*>(product))
+        delete module->getPinMap();
+    delete product;
+}
+
+} // namespace
 
 XmlProductInterface* KIVXmlParser::parseProduct(QFile* file)
 {
@@ -31,7 +45,7 @@ XmlProductInterface* KIVXmlParser::parseProduct(QFile* file)
                 break;
             }
             // A later root replaces an earlier result, which nothing outside the parser can reach.
-            delete result;
+            deleteReplacedProduct(result);
             result = product;
             break;
         }
