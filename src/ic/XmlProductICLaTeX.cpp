@@ -51,12 +51,15 @@ QString escapeMapLine(QString line)
     return line;
 }
 
-// Full escaping for the defaults table, so that any description typesets.
+// Full escaping for the defaults table, so that any description typesets. The file's "\x26" stands
+// for an ampersand and is printed as one.
 QString escapeText(const QString& text)
 {
+    QString source = text;
+    source.replace(QLatin1String("\\x26"), QLatin1String("&"));
     QString out;
-    out.reserve(text.size() + 16);
-    for (const QChar c : text) {
+    out.reserve(source.size() + 16);
+    for (const QChar c : qAsConst(source)) {
         switch (c.unicode()) {
         case '\\':
             out += QLatin1String("\\textbackslash{}");

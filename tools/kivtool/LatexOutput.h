@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class InputFile;
+
+/// One LaTeX fragment of the model, or an error message naming the fragments there are.
+struct LatexFragment
+{
+    bool ok = false;
+    QString text;
+    QString error;
+};
+
+/// The fragment names a file of this kind offers, with their argument where they take one.
+QStringList latexFragmentNames(const InputFile& input);
+
+/// Module: header, axis, global BANK, ios KIND, canopen. IC: regmap, regmap-defaults, overview,
+/// overview-group ID.
+LatexFragment latexFragment(const InputFile& input, const QString& name, const QString& argument);
+
+/// A complete, standalone LaTeX document for the product: our own preamble, then every fragment.
+/// Empty for an ESI file.
+QString latexManual(const InputFile& input);
+
+/// Typesets `texFile` in its own directory with pdflatex, as many runs as the long tables need.
+/// On failure `message` says why (pdflatex missing, or the log's first error).
+bool typesetPdf(const QString& texFile, QString* message);
