@@ -22,8 +22,8 @@ test-asan: deps
 	$(CMAKE) --build build-asan -j $(JOBS)
 	cd build-asan && ctest --output-on-failure -j $(JOBS)
 
-demo:
-	@echo "make demo: the command-line tool is not there yet."
+demo: build
+	@scripts/demo.sh build/tools/kivtool/kivtool out
 
 clean:
 	rm -rf build build-asan build-tsan out
