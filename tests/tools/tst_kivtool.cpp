@@ -35,9 +35,11 @@ struct Run
     QString err;
 };
 
-Run kivtool(const QStringList& arguments)
+Run kivtool(
+    const QStringList& arguments, const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
 {
     QProcess process;
+    process.setProcessEnvironment(environment);
     process.start(QStringLiteral(KIVTOOL_PATH), arguments);
     Run run;
     if (!process.waitForFinished(120000))
@@ -109,6 +111,7 @@ private slots:
     void jsonIsTheExport();
     void manualTypesets_data();
     void manualTypesets();
+    void manualWithoutPdflatexNamesThePackage();
 
 private:
     QTemporaryDir m_dir;
@@ -326,6 +329,21 @@ void TestKivtool::manualTypesets()
     const QString text = QString::fromUtf8(pdftotext.readAllStandardOutput()).simplified();
     for (const QString& phrase : qAsConst(phrases))
         QVERIFY2(text.contains(phrase), qPrintable(phrase));
+}
+
+void TestKivtool::manualWithoutPdflatexNamesThePackage()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("PATH"), m_dir.filePath(QStringLiteral("no-programs-here")));
+    const QString dir = m_dir.filePath(QStringLiteral("manual-without-pdflatex"));
+    const Run run
+        = kivtool({QStringLiteral("manual"), kIC, QStringLiteral("-o"), dir, QStringLiteral("--pdf")}, environment);
+    QCOMPARE(run.exitCode, 1);
+    QVERIFY2(run.err.startsWith(QLatin1String("kivtool: pdflatex not found; install it with 'apt-get install "
+                                              "texlive-latex-base")),
+        qPrintable(run.err));
+    // The LaTeX source is written before typesetting is tried.
+    QVERIFY(QFile::exists(dir + QLatin1String("/kiv-ic-example.tex")));
 }
 
 QTEST_GUILESS_MAIN(TestKivtool)
