@@ -9,8 +9,7 @@ class PlainValue : public XmlValueInterface
 public:
     explicit PlainValue(int type)
         : XmlValueInterface(type)
-    {
-    }
+    { }
     QString toString(QString indent) override { return indent; }
     QString getStringFromValue(unsigned long long) override { return QString(); }
 };
@@ -71,8 +70,8 @@ void TestValueInterface::typeNames_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QString>("name");
-    const char* names[] = {"Signed", "Unsigned", "Bool", "Choice", "ChoiceElement", "Register", "RegisterField",
-        "Date", "Time", "Version", "ASCII", "Db"};
+    const char* names[] = {"Signed", "Unsigned", "Bool", "Choice", "ChoiceElement", "Register", "RegisterField", "Date",
+        "Time", "Version", "ASCII", "Db"};
     for (int i = 0; i < 12; ++i)
         QTest::addRow("%d", i) << i << QString::fromLatin1(names[i]);
     QTest::newRow("12 has no name") << 12 << "tbd";
@@ -91,10 +90,14 @@ void TestValueInterface::setUnit_data()
 {
     QTest::addColumn<QString>("unit");
     QTest::addColumn<QString>("stored");
-    QTest::newRow("bare") << "mA" << "[mA]";
-    QTest::newRow("bracketed") << "[mA]" << "[mA]";
-    QTest::newRow("empty") << "" << "";
-    QTest::newRow("only front tested") << "mA]" << "[mA]]";
+    QTest::newRow("bare") << "mA"
+                          << "[mA]";
+    QTest::newRow("bracketed") << "[mA]"
+                               << "[mA]";
+    QTest::newRow("empty") << ""
+                           << "";
+    QTest::newRow("only front tested") << "mA]"
+                                       << "[mA]]";
 }
 
 void TestValueInterface::setUnit()
