@@ -16,17 +16,6 @@
 
 namespace {
 
-// The choice's element list, whether it is handed out by pointer or by reference.
-template<typename T> const QList<T*>& elementList(const QList<T*>& list)
-{
-    return list;
-}
-
-template<typename T> const QList<T*>& elementList(const QList<T*>* list)
-{
-    return *list;
-}
-
 /// One row of a parameter long table. A parameter without value descriptor keeps its row but gets no
 /// range, default and access cells.
 void appendParameterRow(QString& text, XmlParameterInterface* parameter)
@@ -44,8 +33,7 @@ void appendParameterRow(QString& text, XmlParameterInterface* parameter)
         return;
     }
     if (value->getType() == XmlValueTypeChoice) {
-        const auto& elements = static_cast<XmlValueChoice*>(value)->getElements();
-        for (const XmlValueChoiceElement* element : elementList(elements)) {
+        for (const XmlValueChoiceElement* element : static_cast<XmlValueChoice*>(value)->getElements()) {
             text += QLatin1String(" \\newline \n\t");
             text += QString::number(element->getValue());
             text += QLatin1String(" - ");

@@ -28,8 +28,7 @@ QString attrUnicodeText(const QXmlStreamAttributes& attributes, QLatin1String na
 }
 
 /// The read-out kinds all take (access, short description, long description), as written.
-template<typename Kind>
-Kind* parseReadOut(QXmlStreamReader* reader)
+template<typename Kind> Kind* parseReadOut(QXmlStreamReader* reader)
 {
     const QXmlStreamAttributes attributes = reader->attributes();
     return new Kind(attrText(attributes, QLatin1String("access")), attrText(attributes, QLatin1String("desc_short")),
@@ -37,8 +36,7 @@ Kind* parseReadOut(QXmlStreamReader* reader)
 }
 
 /// For the kinds that consume their whole element: the object, or null (and freed) when the document ends.
-template<typename Kind>
-Kind* consumeElement(QXmlStreamReader* reader, Kind* value, QLatin1String name)
+template<typename Kind> Kind* consumeElement(QXmlStreamReader* reader, Kind* value, QLatin1String name)
 {
     if (consumeUntilEndTag(reader, name))
         return value;
@@ -121,8 +119,7 @@ XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader* reader)
     const QXmlStreamAttributes attributes = reader->attributes();
     const QString name = attrText(attributes, QLatin1String("name"));
     const bool value = attributes.value(QLatin1String("value")) == QLatin1String("true");
-    qDebug() << "static XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader*)" << name << ","
-             << int(value);
+    qDebug() << "static XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader*)" << name << "," << int(value);
     return consumeElement(reader, new XmlValueBool2(name, value), QLatin1String("value_bool2"));
 }
 

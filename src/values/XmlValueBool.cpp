@@ -10,8 +10,7 @@ XmlValueBool::XmlValueBool(bool def, QString access, QString descFalseShort, QSt
 {
     m_max = 1;
     m_default = def ? 1 : 0;
-    m_accessString = access;
-    m_access = accessStringToAccess(access);
+    setAccessAsWritten(access);
 }
 
 QString XmlValueBool::getStringFromValue(unsigned long long value)
@@ -34,10 +33,9 @@ QString XmlValueBool::toString(QString indent)
     text.reserve(indent.size() + 128 + m_descFalseShort.size() + m_descTrueShort.size() + m_descFalseLong.size()
         + m_descTrueLong.size());
     text += indent;
-    text += QLatin1String("XmlValueBool(desc_short_false: ") + m_descFalseShort
-        + QLatin1String(", desc_short_true: ") + m_descTrueShort + QLatin1String(", desc_long_false: ")
-        + m_descFalseLong + QLatin1String(", desc_long_true: ") + m_descTrueLong + QLatin1String(", def: ")
-        + (m_default == 0 ? QLatin1String("false") : QLatin1String("true")) + QLatin1String(", access: ")
-        + m_accessString + QLatin1Char(')');
+    text += QLatin1String("XmlValueBool(desc_short_false: ") + m_descFalseShort + QLatin1String(", desc_short_true: ")
+        + m_descTrueShort + QLatin1String(", desc_long_false: ") + m_descFalseLong + QLatin1String(", desc_long_true: ")
+        + m_descTrueLong + QLatin1String(", def: ") + (m_default == 0 ? QLatin1String("false") : QLatin1String("true"))
+        + QLatin1String(", access: ") + m_accessString + QLatin1Char(')');
     return text;
 }

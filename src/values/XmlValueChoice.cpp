@@ -14,8 +14,7 @@ XmlValueChoiceElement::XmlValueChoiceElement(unsigned int value, QString descSho
     , m_value(value)
     , m_descShort(escapeAmpersands(descShort))
     , m_descLong(escapeAmpersands(descLong))
-{
-}
+{ }
 
 QString XmlValueChoiceElement::getDescriptionLong() const
 {
@@ -40,8 +39,7 @@ XmlValueChoice::XmlValueChoice(unsigned int def, QString unit, QString access)
 {
     m_default = def;
     m_unit = unit; // deliberately not bracketed, unlike the numeric kinds
-    m_accessString = access;
-    m_access = accessStringToAccess(access);
+    setAccessAsWritten(access);
 }
 
 XmlValueChoice::~XmlValueChoice()
@@ -82,7 +80,8 @@ XmlValueDescriptions XmlValueChoice::getValueDescriptions()
 {
     XmlValueDescriptions descriptions;
     for (const XmlValueChoiceElement* element : qAsConst(m_elements))
-        descriptions.insert(element->getValue(), qMakePair(element->getDescriptionShort(), element->getDescriptionLong()));
+        descriptions.insert(
+            element->getValue(), qMakePair(element->getDescriptionShort(), element->getDescriptionLong()));
     return descriptions;
 }
 

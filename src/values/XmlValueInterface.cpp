@@ -10,7 +10,14 @@ struct AccessLetter
 
 // In the order of the canonical text, which differs from the bit order.
 constexpr AccessLetter kAccessLetters[] = {
-    {'R', 1}, {'W', 2}, {'C', 16}, {'I', 32}, {'D', 64}, {'E', 4}, {'A', 128}, {'X', 8},
+    {'R', 1},
+    {'W', 2},
+    {'C', 16},
+    {'I', 32},
+    {'D', 64},
+    {'E', 4},
+    {'A', 128},
+    {'X', 8},
 };
 
 } // namespace
@@ -19,16 +26,21 @@ XmlValueInterface::XmlValueInterface(int type)
     : m_type(type)
     // built from the unit, which is still empty here, so the default format is exactly "%1 "
     , m_formatString(QStringLiteral("%1 "))
-{
-}
+{ }
 
 XmlValueInterface::~XmlValueInterface() = default;
 
 QString XmlValueInterface::toLatex(QString indent)
 {
+    // Deliberately without a row end after the unit: the hand-written manual closes the row itself.
+    return latexTable(indent, QLatin1String(""), QString());
+}
+
+QString XmlValueInterface::latexTable(const QString& indent, QLatin1String dataRowEnd, const QString& lastRow)
+{
     const QString inner = indent + QLatin1Char('\t');
     QString text;
-    text.reserve(256);
+    text.reserve(320 + lastRow.size());
     text += QLatin1Char('\n') + indent + QLatin1String("\\begin{tabular}{|l|l|l|l|}");
     text += QLatin1Char('\n') + inner + QLatin1String("\\hline");
     text += QLatin1Char('\n') + inner + QLatin1String("\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: ")
@@ -36,26 +48,79 @@ QString XmlValueInterface::toLatex(QString indent)
     text += QLatin1Char('\n') + inner + QLatin1String("Min & Max & Default & Unit\\\\ \\hline");
     text += QLatin1Char('\n') + inner + QString::number(m_min) + QLatin1String(" & ") + QString::number(m_max)
         + QLatin1String(" & ") + QString::number(m_default) + QLatin1String(" & ")
-        + (m_unit.isEmpty() ? QStringLiteral("-") : m_unit);
+        + (m_unit.isEmpty() ? QStringLiteral("-") : m_unit) + dataRowEnd;
+    if (!lastRow.isEmpty())
+        text += QLatin1Char('\n') + inner + lastRow;
     text += QLatin1Char('\n') + indent + QLatin1String("\\end{tabular}");
     return text;
 }
 
-long long XmlValueInterface::getMin() { return m_min; }
-bool XmlValueInterface::hasMin() { return false; }
-long long XmlValueInterface::getMax() { return m_max; }
-bool XmlValueInterface::hasMax() { return false; }
-long long XmlValueInterface::getDefault() { return m_default; }
-bool XmlValueInterface::hasDefault() { return false; }
-int XmlValueInterface::getDecimals() { return static_cast<int>(m_decimals); }
-bool XmlValueInterface::hasDecimals() { return false; }
-QString XmlValueInterface::getUnit() { return m_unit; }
-bool XmlValueInterface::hasUnit() { return false; }
-unsigned int XmlValueInterface::getOptions() { return m_options; }
-bool XmlValueInterface::hasOptions() { return false; }
-int XmlValueInterface::getAccess() { return m_access; }
-bool XmlValueInterface::hasAccess() { return true; }
-QString XmlValueInterface::getAccessAsString() { return m_accessString; }
+void XmlValueInterface::setAccessAsWritten(const QString& access)
+{
+    m_accessString = access;
+    m_access = accessStringToAccess(access);
+}
+
+long long XmlValueInterface::getMin()
+{
+    return m_min;
+}
+bool XmlValueInterface::hasMin()
+{
+    return false;
+}
+long long XmlValueInterface::getMax()
+{
+    return m_max;
+}
+bool XmlValueInterface::hasMax()
+{
+    return false;
+}
+long long XmlValueInterface::getDefault()
+{
+    return m_default;
+}
+bool XmlValueInterface::hasDefault()
+{
+    return false;
+}
+int XmlValueInterface::getDecimals()
+{
+    return static_cast<int>(m_decimals);
+}
+bool XmlValueInterface::hasDecimals()
+{
+    return false;
+}
+QString XmlValueInterface::getUnit()
+{
+    return m_unit;
+}
+bool XmlValueInterface::hasUnit()
+{
+    return false;
+}
+unsigned int XmlValueInterface::getOptions()
+{
+    return m_options;
+}
+bool XmlValueInterface::hasOptions()
+{
+    return false;
+}
+int XmlValueInterface::getAccess()
+{
+    return m_access;
+}
+bool XmlValueInterface::hasAccess()
+{
+    return true;
+}
+QString XmlValueInterface::getAccessAsString()
+{
+    return m_accessString;
+}
 
 void XmlValueInterface::setAccessString(QString access)
 {
@@ -63,9 +128,15 @@ void XmlValueInterface::setAccessString(QString access)
     m_accessString = accessToAccessString(m_access);
 }
 
-XmlValueDescriptions XmlValueInterface::getValueDescriptions() { return {}; }
+XmlValueDescriptions XmlValueInterface::getValueDescriptions()
+{
+    return {};
+}
 
-QString XmlValueInterface::getTypeAsString() const { return getTypeAsString(m_type); }
+QString XmlValueInterface::getTypeAsString() const
+{
+    return getTypeAsString(m_type);
+}
 
 QString XmlValueInterface::getTypeAsString(int type)
 {

@@ -8,7 +8,8 @@
 #include <QString>
 
 /// Type codes of the value descriptors. XmlValueBool2 uses 12, which has no name.
-enum XmlValueType {
+enum XmlValueType
+{
     XmlValueTypeSigned = 0,
     XmlValueTypeUnsigned = 1,
     XmlValueTypeBool = 2,
@@ -82,6 +83,11 @@ public:
     static QString accessToAccessString(int access);
 
 protected:
+    /// Stores the access text as written (not canonical) and the mask of its letters.
+    void setAccessAsWritten(const QString& access);
+    /// The descriptor table; `dataRowEnd` closes the data row, `lastRow` (when not empty) follows it.
+    QString latexTable(const QString& indent, QLatin1String dataRowEnd, const QString& lastRow);
+
     const int m_type;
     long long m_min = 0;
     long long m_max = 0;

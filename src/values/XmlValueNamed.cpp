@@ -7,8 +7,7 @@ XmlValueBool2::XmlValueBool2(QString name, bool value)
     : XmlValueInterface(XmlValueTypeBool2)
     , m_value(value ? 1 : 0)
     , m_name(name)
-{
-}
+{ }
 
 QString XmlValueBool2::getStringFromValue(unsigned long long)
 {
@@ -31,8 +30,7 @@ XmlValueDb::XmlValueDb(QString name, unsigned int value)
     : XmlValueInterface(XmlValueTypeDb)
     , m_value(value)
     , m_name(name)
-{
-}
+{ }
 
 QString XmlValueDb::getStringFromValue(unsigned long long)
 {
@@ -42,8 +40,8 @@ QString XmlValueDb::getStringFromValue(unsigned long long)
 QString XmlValueDb::toString(QString indent)
 {
     indent += QLatin1Char('\t');
-    return indent + QLatin1String("XmlValueDb(name: ") + m_name + QLatin1String(", value: ")
-        + QString::number(m_value) + QLatin1Char(')');
+    return indent + QLatin1String("XmlValueDb(name: ") + m_name + QLatin1String(", value: ") + QString::number(m_value)
+        + QLatin1Char(')');
 }
 
 QString XmlValueDb::toHtml()
@@ -53,8 +51,7 @@ QString XmlValueDb::toHtml()
 
 XmlValueAlert::XmlValueAlert(QString text)
     : m_text(text)
-{
-}
+{ }
 
 QString XmlValueAlert::toString(QString indent)
 {

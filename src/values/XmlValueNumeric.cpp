@@ -20,9 +20,8 @@ XmlValueSigned::XmlValueSigned(
     m_default = def;
     m_decimals = decimals;
     setUnit(unit);
-    m_accessString = access;
     m_options = options;
-    m_access = accessStringToAccess(access);
+    setAccessAsWritten(access);
 }
 
 QString XmlValueSigned::getStringFromValue(unsigned long long value)
@@ -37,9 +36,9 @@ QString XmlValueSigned::toString(QString indent)
     text.reserve(indent.size() + 96 + m_unit.size() + m_accessString.size());
     text += indent;
     text += QLatin1String("XmlValueSigned(min: ") + QString::number(m_min) + QLatin1String(", max: ")
-        + QString::number(m_max) + QLatin1String(", def: ") + QString::number(m_default)
-        + QLatin1String(", decimals: ") + QString::number(m_decimals) + QLatin1String(", unit: ") + m_unit
-        + QLatin1String(", access: ") + m_accessString + QLatin1String(", options: ");
+        + QString::number(m_max) + QLatin1String(", def: ") + QString::number(m_default) + QLatin1String(", decimals: ")
+        + QString::number(m_decimals) + QLatin1String(", unit: ") + m_unit + QLatin1String(", access: ")
+        + m_accessString + QLatin1String(", options: ");
     text += QChar(ushort(m_options & 0xFFFFu));
     text += QLatin1Char(')');
     return text;
@@ -54,9 +53,8 @@ XmlValueUnsigned::XmlValueUnsigned(unsigned int min, unsigned int max, unsigned 
     m_default = def;
     m_decimals = decimals;
     setUnit(unit);
-    m_accessString = access;
     m_options = options;
-    m_access = accessStringToAccess(access);
+    setAccessAsWritten(access);
 }
 
 QString XmlValueUnsigned::getStringFromValue(unsigned long long value)
@@ -71,11 +69,10 @@ QString XmlValueUnsigned::toString(QString indent)
     text.reserve(indent.size() + 160 + m_unit.size() + m_accessString.size() + m_formatString.size());
     text += indent;
     text += QLatin1String("XmlValueUnsigned(min: ") + QString::number(m_min) + QLatin1String(", max: ")
-        + QString::number(m_max) + QLatin1String(", def: ") + QString::number(m_default)
-        + QLatin1String(", decimals: ") + QString::number(m_decimals) + QLatin1String(", unit: ") + m_unit
-        + QLatin1String(", formatString: ") + m_formatString + QLatin1String(", formatMul: ")
-        + formatFactor(m_formatMul) + QLatin1String(", formatDiv: ") + formatFactor(m_formatDiv)
-        + QLatin1String(", access: ") + m_accessString + QLatin1String(", options: ") + QString::number(m_options)
-        + QLatin1Char(')');
+        + QString::number(m_max) + QLatin1String(", def: ") + QString::number(m_default) + QLatin1String(", decimals: ")
+        + QString::number(m_decimals) + QLatin1String(", unit: ") + m_unit + QLatin1String(", formatString: ")
+        + m_formatString + QLatin1String(", formatMul: ") + formatFactor(m_formatMul) + QLatin1String(", formatDiv: ")
+        + formatFactor(m_formatDiv) + QLatin1String(", access: ") + m_accessString + QLatin1String(", options: ")
+        + QString::number(m_options) + QLatin1Char(')');
     return text;
 }

@@ -13,6 +13,22 @@ void appendNibbles(QString& text, quint32 value, int fromNibble, int toNibble)
         text += QString::number((value >> (4 * nibble)) & 0xFu);
 }
 
+/// Groups of nibbles from the most significant down, each nibble as its own decimal number, joined by
+/// `separator`: the date is 4-2-2 nibbles from nibble 7, the time 2:2:2 from nibble 5.
+QString nibbleGroups(quint32 value, int topNibble, std::initializer_list<int> sizes, QLatin1Char separator)
+{
+    QString text;
+    text.reserve(16);
+    int nibble = topNibble;
+    for (const int size : sizes) {
+        if (nibble != topNibble)
+            text += separator;
+        appendNibbles(text, value, nibble, nibble - size + 1);
+        nibble -= size;
+    }
+    return text;
+}
+
 /// The nibble text of one half of a version, read again as a decimal number, which drops leading zeros.
 QString versionHalf(quint32 value, int fromNibble)
 {
@@ -31,8 +47,7 @@ XmlValueReadOut::XmlValueReadOut(
     , m_descLong(descLong)
 {
     m_max = max;
-    m_accessString = access;
-    m_access = accessStringToAccess(access);
+    setAccessAsWritten(access);
 }
 
 XmlValueDescriptions XmlValueReadOut::getValueDescriptions()
@@ -46,68 +61,36 @@ QString XmlValueReadOut::toString(QString indent)
 {
     indent += QLatin1Char('\t');
     return indent + QLatin1String(m_className) + QLatin1String("(desc_short: ") + m_descShort
-        + QLatin1String(", desc_long: ") + m_descLong + QLatin1String(", access: ") + m_accessString
-        + QLatin1Char(')');
+        + QLatin1String(", desc_long: ") + m_descLong + QLatin1String(", access: ") + m_accessString + QLatin1Char(')');
 }
 
 QString XmlValueReadOut::toLatex(QString indent)
 {
-    const QString inner = indent + QLatin1Char('\t');
-    QString text;
-    text.reserve(320 + m_descShort.size());
-    text += QLatin1Char('\n') + indent + QLatin1String("\\begin{tabular}{|l|l|l|l|}");
-    text += QLatin1Char('\n') + inner + QLatin1String("\\hline");
-    text += QLatin1Char('\n') + inner + QLatin1String("\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: ")
-        + getTypeAsString() + QLatin1String("} \\\\ \\hline");
-    text += QLatin1Char('\n') + inner + QLatin1String("Min & Max & Default & Unit\\\\ \\hline");
-    text += QLatin1Char('\n') + inner + QString::number(m_min) + QLatin1String(" & ") + QString::number(m_max)
-        + QLatin1String(" & ") + QString::number(m_default) + QLatin1String(" & ")
-        + (m_unit.isEmpty() ? QStringLiteral("-") : m_unit) + QLatin1String(" \\\\ \\hline");
-    text += QLatin1Char('\n') + inner + QLatin1String("\\multicolumn{4}{|c|}{") + m_descShort + QLatin1Char('}');
-    text += QLatin1Char('\n') + indent + QLatin1String("\\end{tabular}");
-    return text;
+    return latexTable(indent, QLatin1String(" \\\\ \\hline"),
+        QLatin1String("\\multicolumn{4}{|c|}{") + m_descShort + QLatin1Char('}'));
 }
 
 XmlValueDate::XmlValueDate(QString access, QString descShort, QString descLong)
     : XmlValueReadOut(XmlValueTypeDate, 4294967295LL, "XmlValueDate", access, descShort, descLong)
-{
-}
+{ }
 
 QString XmlValueDate::getStringFromValue(unsigned long long value)
 {
-    const quint32 bits = quint32(value);
-    QString text;
-    text.reserve(16);
-    appendNibbles(text, bits, 7, 4);
-    text += QLatin1Char('-');
-    appendNibbles(text, bits, 3, 2);
-    text += QLatin1Char('-');
-    appendNibbles(text, bits, 1, 0);
-    return text;
+    return nibbleGroups(quint32(value), 7, {4, 2, 2}, QLatin1Char('-'));
 }
 
 XmlValueTime::XmlValueTime(QString access, QString descShort, QString descLong)
     : XmlValueReadOut(XmlValueTypeTime, 16777215LL, "XmlValueTime", access, descShort, descLong)
-{
-}
+{ }
 
 QString XmlValueTime::getStringFromValue(unsigned long long value)
 {
-    const quint32 bits = quint32(value);
-    QString text;
-    text.reserve(16);
-    appendNibbles(text, bits, 5, 4);
-    text += QLatin1Char(':');
-    appendNibbles(text, bits, 3, 2);
-    text += QLatin1Char(':');
-    appendNibbles(text, bits, 1, 0);
-    return text;
+    return nibbleGroups(quint32(value), 5, {2, 2, 2}, QLatin1Char(':'));
 }
 
 XmlValueVersion::XmlValueVersion(QString access, QString descShort, QString descLong)
     : XmlValueReadOut(XmlValueTypeVersion, 4294967295LL, "XmlValueVersion", access, descShort, descLong)
-{
-}
+{ }
 
 QString XmlValueVersion::getStringFromValue(unsigned long long value)
 {
@@ -117,8 +100,7 @@ QString XmlValueVersion::getStringFromValue(unsigned long long value)
 
 XmlValueASCII::XmlValueASCII(QString access, QString descShort, QString descLong)
     : XmlValueReadOut(XmlValueTypeASCII, 4294967295LL, "XmlValueASCII", access, descShort, descLong)
-{
-}
+{ }
 
 QString XmlValueASCII::getStringFromValue(unsigned long long value)
 {

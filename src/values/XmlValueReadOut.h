@@ -17,8 +17,8 @@ public:
     QString toLatex(QString indent) override;
 
 protected:
-    XmlValueReadOut(int type, long long max, const char* className, QString access, QString descShort,
-        QString descLong);
+    XmlValueReadOut(
+        int type, long long max, const char* className, QString access, QString descShort, QString descLong);
 
 private:
     const char* m_className;
