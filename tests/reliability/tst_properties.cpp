@@ -1,0 +1,159 @@
+#include "LogCapture.h"
+#include "ParseBytes_p.h"
+#include "RenderAll.h"
+#include "TestXml.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <random>
+
+namespace {
+
+struct Example
+{
+    QString name;
+    QByteArray bytes;
+    bool isEsi;
+    QByteArray rootEnd; ///< the root's end tag: a prefix holding it is complete
+};
+
+QList<Example> examples()
+{
+    return {
+        {"module", TestXml::readFile(QStringLiteral(KIVCORE_EXAMPLES_DIR "/module/kiv-module-example.xml")), false,
+            "</product_module>"},
+        {"IC", TestXml::readFile(QStringLiteral(KIVCORE_EXAMPLES_DIR "/ic/kiv-ic-example.xml")), false,
+            "</product_ic>"},
+        {"ESI", TestXml::readFile(QStringLiteral(KIVCORE_EXAMPLES_DIR "/esi/kiv-vendor-esi.xml")), true,
+            "</EtherCATInfo>"},
+    };
+}
+
+/// Prefix lengths to try: every byte of the first lines, then two cuts per line (inside its start tag and
+/// at its end), which meets every kind of element at every depth without parsing the
+/// file thousands of times over.
+QList<int> prefixLengths(const QByteArray& bytes)
+{
+    QList<int> lengths;
+    const int dense = qMin(bytes.size(), 1024);
+    for (int length = 0; length < dense; ++length)
+        lengths << length;
+    int lineStart = 0;
+    while (lineStart < bytes.size()) {
+        int lineEnd = bytes.indexOf('\n', lineStart);
+        if (lineEnd < 0)
+            lineEnd = bytes.size();
+        const int tag = bytes.indexOf('<', lineStart);
+        for (int cut : {tag + 2, lineEnd}) {
+            if (cut >= dense && cut <= bytes.size() && (lengths.isEmpty() || cut > lengths.last()))
+                lengths << cut;
+        }
+        lineStart = lineEnd + 1;
+    }
+    if (lengths.last() != bytes.size())
+        lengths << bytes.size();
+    return lengths;
+}
+
+/// Bytes that change the structure of XML most when they appear in the wrong place.
+constexpr char kMutationBytes[] = {'<', '>', '/', '"', '=', '&', ';', '\\', 'x', '0', '9', '-', ' ', '\0', '\xff'};
+
+} // namespace
+
+class TestProperties : public QObject
+{
+    Q_OBJECT
+private slots:
+    void everyPrefixIsNullOrComplete_data();
+    void everyPrefixIsNullOrComplete();
+    void mutationsNeverCrash_data();
+    void mutationsNeverCrash();
+};
+
+void TestProperties::everyPrefixIsNullOrComplete_data()
+{
+    QTest::addColumn<int>("index");
+    for (int index = 0; index < examples().size(); ++index)
+        QTest::newRow(qPrintable(examples().at(index).name)) << index;
+}
+
+void TestProperties::everyPrefixIsNullOrComplete()
+{
+    QFETCH(int, index);
+    const Example example = examples().at(index);
+    QVERIFY(!example.bytes.isEmpty());
+    const int complete = example.bytes.lastIndexOf(example.rootEnd) + example.rootEnd.size();
+    const LogCapture quiet;
+    ParsedBytes full;
+    parseBytes(example.bytes, example.isEsi, &full);
+    QVERIFY(!full.isNull());
+    const QString fullText = full.debugText();
+
+    const QList<int> lengths = prefixLengths(example.bytes);
+    QVERIFY(lengths.size() > 1000);
+    for (const int length : lengths) {
+        ParsedBytes parsed;
+        parseBytes(example.bytes.left(length), example.isEsi, &parsed);
+        if (length < complete) {
+            QVERIFY2(parsed.isNull(), qPrintable(QStringLiteral("prefix of %1 bytes").arg(length)));
+        } else {
+            QVERIFY2(!parsed.isNull(), qPrintable(QStringLiteral("prefix of %1 bytes").arg(length)));
+            QCOMPARE(parsed.debugText(), fullText);
+        }
+    }
+}
+
+void TestProperties::mutationsNeverCrash_data()
+{
+    everyPrefixIsNullOrComplete_data();
+}
+
+void TestProperties::mutationsNeverCrash()
+{
+    QFETCH(int, index);
+    const Example example = examples().at(index);
+    std::mt19937 random(20261122u + uint(index)); // fixed: every run tries the same inputs
+    const QList<QByteArray> lines = example.bytes.split('\n');
+    const LogCapture quiet;
+    int nonNull = 0;
+    for (int round = 0; round < 1200; ++round) {
+        QByteArray mutated;
+        if (round % 3 != 2) {
+            // One byte replaced by a structural one.
+            mutated = example.bytes;
+            const int at = int(random() % uint(mutated.size()));
+            mutated[at] = kMutationBytes[random() % sizeof(kMutationBytes)];
+        } else {
+            // Element level: a line (one element in these files) dropped, doubled or moved.
+            QList<QByteArray> edited = lines;
+            const int at = 1 + int(random() % uint(edited.size() - 1));
+            const int to = 1 + int(random() % uint(edited.size() - 1));
+            switch (random() % 3) {
+            case 0:
+                edited.removeAt(at);
+                break;
+            case 1:
+                edited.insert(to, edited.at(at));
+                break;
+            default:
+                edited.move(at, to);
+            }
+            mutated = edited.join('\n');
+        }
+        ParsedBytes parsed;
+        parseBytes(mutated, example.isEsi, &parsed);
+        if (parsed.isNull())
+            continue;
+        ++nonNull;
+        if (parsed.product)
+            RenderAll::product(parsed.product);
+        else
+            RenderAll::esi(parsed.esi.get());
+    }
+    // Most single-byte changes land in text or attribute values and keep the file readable.
+    QVERIFY(nonNull > 100);
+}
+
+QTEST_GUILESS_MAIN(TestProperties)
+#include "tst_properties.moc"
