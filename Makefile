@@ -3,7 +3,7 @@ JOBS ?= $(shell nproc)
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE ?= cmake
 
-.PHONY: all deps build test test-asan demo clean
+.PHONY: all deps build test test-asan test-tsan fuzz demo clean
 
 all: build
 
@@ -22,8 +22,24 @@ test-asan: deps
 	$(CMAKE) --build build-asan -j $(JOBS)
 	cd build-asan && ctest --output-on-failure -j $(JOBS)
 
+# The suite under ThreadSanitizer (the thread test parses files on several threads at once).
+test-tsan: deps
+	$(CMAKE) -S . -B build-tsan -DCMAKE_BUILD_TYPE=Debug -DKIVCORE_TSAN=ON -DKIVCORE_BUILD_TOOLS=OFF
+	$(CMAKE) --build build-tsan -j $(JOBS)
+	cd build-tsan && TSAN_OPTIONS=halt_on_error=1 ctest --output-on-failure -j $(JOBS)
+
+# Each libFuzzer target for FUZZ_SECONDS under AddressSanitizer + UndefinedBehaviorSanitizer, seeded from
+# fuzz/seeds and examples/; what they find new is kept in build-fuzz/corpus-*.
+FUZZ_SECONDS ?= 300
+fuzz:
+	@scripts/install-deps.sh build fuzz
+	CC=clang CXX=clang++ $(CMAKE) -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKIVCORE_SANITIZE=ON \
+		-DKIVCORE_BUILD_FUZZ=ON -DKIVCORE_BUILD_TOOLS=OFF -DBUILD_TESTING=OFF
+	$(CMAKE) --build build-fuzz -j $(JOBS) --target fuzz_product fuzz_esi
+	@scripts/run-fuzzers.sh build-fuzz $(FUZZ_SECONDS)
+
 demo: build
 	@scripts/demo.sh build/tools/kivtool/kivtool out
 
 clean:
-	rm -rf build build-asan build-tsan out
+	rm -rf build build-asan build-tsan build-fuzz out
