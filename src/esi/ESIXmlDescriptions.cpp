@@ -15,21 +15,24 @@ ESIXmlDescriptions::~ESIXmlDescriptions()
 
 QString ESIXmlDescriptions::toString(QString indent) const
 {
+    QString text;
+    appendTo(text, indent);
+    return text;
+}
+
+void ESIXmlDescriptions::appendTo(QString& text, const QString& indent) const
+{
     const QString inner = indent + QLatin1Char('\t');
-    QStringList parts;
-    parts.reserve(m_groups.size() + m_devices.size() + 2);
-    parts << QString(
-        QLatin1Char('\n') + indent + QLatin1String("Descriptions") + QLatin1Char('\n') + indent + QLatin1Char('{'));
+    text += QLatin1Char('\n') + indent + QLatin1String("Descriptions") + QLatin1Char('\n') + indent + QLatin1Char('{');
     for (const ESIXmlGroup* group : m_groups) {
         if (group)
-            parts << group->toString(inner);
+            text += group->toString(inner);
     }
     for (const ESIXmlDevice* device : m_devices) {
         if (device)
-            parts << device->toString(inner);
+            text += device->toString(inner);
     }
-    parts << QString(QLatin1Char('\n') + indent + QLatin1Char('}'));
-    return parts.join(QString());
+    text += QLatin1Char('\n') + indent + QLatin1Char('}');
 }
 
 void ESIXmlDescriptions::toJson(QJsonObject& json) const

@@ -26,6 +26,8 @@ public:
 
     /// Groups first, then devices.
     QString toString(QString indent) const;
+    /// The same text appended to `text`: the whole file's text is built in one buffer, not copied per level.
+    void appendTo(QString& text, const QString& indent) const;
     /// Writes "Descriptions" (one object per device); groups are not exported.
     void toJson(QJsonObject& json) const;
 

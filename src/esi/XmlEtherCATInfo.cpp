@@ -37,14 +37,16 @@ QString XmlEtherCATInfo::toString() const
 {
     const QString indent(QLatin1Char('\t'));
     const QLatin1String null("\n\tNULL");
-    QStringList parts;
-    parts.reserve(m_descriptions.size() + 3);
-    parts << QStringLiteral("\tEtherCATInfo\n{");
-    parts << (m_vendor ? m_vendor->toString(indent) : QString(null));
-    for (const ESIXmlDescriptions* descriptions : m_descriptions)
-        parts << (descriptions ? descriptions->toString(indent) : QString(null));
-    parts << QStringLiteral("\n}");
-    return parts.join(QString());
+    QString text = QStringLiteral("\tEtherCATInfo\n{");
+    text += m_vendor ? m_vendor->toString(indent) : QString(null);
+    for (const ESIXmlDescriptions* descriptions : m_descriptions) {
+        if (descriptions)
+            descriptions->appendTo(text, indent);
+        else
+            text += null;
+    }
+    text += QLatin1String("\n}");
+    return text;
 }
 
 void XmlEtherCATInfo::toJson(QJsonObject& json) const
