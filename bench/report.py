@@ -36,10 +36,13 @@ def main():
     generate(data_dir)
     results_path = os.path.join(data_dir, "results.json")
     subprocess.run([kivbench, data_dir, "--benchmark_format=console", "--benchmark_out_format=json",
-                    f"--benchmark_out={results_path}", "--benchmark_min_time=0.3"],
+                    f"--benchmark_out={results_path}", "--benchmark_min_time=0.5",
+                    "--benchmark_repetitions=3", "--benchmark_report_aggregates_only=true"],
                    check=True, stdout=subprocess.DEVNULL)
     with open(results_path) as f:
-        runs = {b["name"]: b for b in json.load(f)["benchmarks"] if "error_occurred" not in b}
+        # The median of three repetitions of each benchmark.
+        runs = {b["run_name"]: b for b in json.load(f)["benchmarks"]
+                if b.get("aggregate_name") == "median" and "error_occurred" not in b}
 
     def ms(name):
         run = runs.get(name)
@@ -73,12 +76,12 @@ def main():
     if samples:
         print()
         print("Real ESI files (parse once each; memory = resident growth / file size)")
-        print(f"{'file':<48} {'size':>8} {'memory':>7} {'parsed':>7}")
+        print(f"{'file':<48} {'size':>8} {'memory':>7} {'result':>8}")
         for entry in sorted(os.listdir(samples)):
             if entry.lower().endswith(".xml"):
                 mem = memory(kivbench, os.path.join(samples, entry))
                 print(f"{entry[:48]:<48} {mem['bytes'] / 1e6:>7.2f}M {mem['rss_growth'] / mem['bytes']:>7.2f} "
-                      f"{'yes' if mem['ok'] else 'no':>7}")
+                      f"{('parsed' if mem['ok'] else 'null') if mem['kind'] == 'esi' else 'not ESI':>8}")
 
 
 if __name__ == "__main__":
