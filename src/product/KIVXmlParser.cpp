@@ -67,14 +67,15 @@ QString& KIVXmlParser::replaceUnicode(QString& text)
         const ushort u = c.unicode();
         return (u >= '0' && u <= '9') || (u >= 'a' && u <= 'f') || (u >= 'A' && u <= 'F');
     };
-    int pos = text.indexOf(QLatin1String("\\u"));
+    // Looking for the backslash alone is a plain character scan; most texts hold none.
+    int pos = text.indexOf(QLatin1Char('\\'));
     while (pos >= 0) {
-        if (pos + 6 <= text.size() && isHex(text.at(pos + 2)) && isHex(text.at(pos + 3)) && isHex(text.at(pos + 4))
-            && isHex(text.at(pos + 5))) {
+        if (pos + 6 <= text.size() && text.at(pos + 1) == QLatin1Char('u') && isHex(text.at(pos + 2))
+            && isHex(text.at(pos + 3)) && isHex(text.at(pos + 4)) && isHex(text.at(pos + 5))) {
             const ushort code = text.midRef(pos + 2, 4).toUShort(nullptr, 16);
             text.replace(pos, 6, QChar(code));
         }
-        pos = text.indexOf(QLatin1String("\\u"), pos + 1);
+        pos = text.indexOf(QLatin1Char('\\'), pos + 1);
     }
     return text;
 }

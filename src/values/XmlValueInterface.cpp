@@ -158,10 +158,17 @@ void XmlValueInterface::setUnit(const QString& unit)
 
 int XmlValueInterface::accessStringToAccess(QString access)
 {
+    // One pass over the text: each letter sets its bit, whatever its case (folded as a case-insensitive
+    // search folds it), count or position.
     int mask = 0;
-    for (const AccessLetter& entry : kAccessLetters) {
-        if (access.contains(QLatin1Char(entry.letter), Qt::CaseInsensitive))
-            mask |= entry.bit;
+    for (const QChar c : qAsConst(access)) {
+        const QChar folded = c.toCaseFolded();
+        for (const AccessLetter& entry : kAccessLetters) {
+            if (folded == QChar::fromLatin1(entry.letter).toCaseFolded()) {
+                mask |= entry.bit;
+                break;
+            }
+        }
     }
     return mask;
 }
