@@ -10,7 +10,9 @@ namespace KivIcText {
 /// Product description files write "&" as the four characters \x26 in names and descriptions.
 inline QString replaceAmpersandEscape(QString text)
 {
-    text.replace(QLatin1String("\\x26"), QLatin1String("&"));
+    // Most names hold no backslash at all; a plain character scan spares building a string matcher.
+    if (text.contains(QLatin1Char('\\')))
+        text.replace(QLatin1String("\\x26"), QLatin1String("&"));
     return text;
 }
 

@@ -14,6 +14,24 @@
 #include "values/XmlValueUnsigned.h"
 #include "values/XmlValueVersion.h"
 
+namespace {
+
+/// The number of "0" digits in the binary text of `value` ("0" for zero), counted without the text.
+int binaryZeroDigits(unsigned long long value)
+{
+    if (value == 0)
+        return 1;
+    int digits = 0;
+    int ones = 0;
+    for (unsigned long long rest = value; rest != 0; rest >>= 1) {
+        ++digits;
+        ones += int(rest & 1u);
+    }
+    return digits - ones;
+}
+
+} // namespace
+
 XmlValueRegisterField::XmlValueRegisterField(QString name, int shift, QString mask, QString descShort, QString descLong)
     : XmlValueInterface(XmlValueTypeRegisterField)
     , m_name(KivIcText::replaceAmpersandEscape(name))
@@ -25,8 +43,7 @@ XmlValueRegisterField::XmlValueRegisterField(QString name, int shift, QString ma
 {
     // Zeros below the highest set bit must equal the shift: catches holes and wrong shifts alike.
     // A mask of 0 is written "0" and so passes with shift 1 only; that follows from the rule and is kept.
-    const QString binary = QString::number(m_maskValue, 2);
-    m_errorMask = binary.count(QLatin1Char('0')) != shift;
+    m_errorMask = binaryZeroDigits(m_maskValue) != shift;
 }
 
 XmlValueRegisterField::~XmlValueRegisterField()
