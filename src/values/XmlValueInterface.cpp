@@ -55,6 +55,18 @@ QString XmlValueInterface::latexTable(const QString& indent, QLatin1String dataR
     return text;
 }
 
+void XmlValueInterface::setNumberFields(long long min, long long max, long long def, int decimals, const QString& unit,
+    const QString& access, unsigned int options)
+{
+    m_min = min;
+    m_max = max;
+    m_default = def;
+    m_decimals = decimals;
+    setUnit(unit);
+    m_options = options;
+    setAccessAsWritten(access);
+}
+
 void XmlValueInterface::setAccessAsWritten(const QString& access)
 {
     m_accessString = access;

@@ -85,6 +85,9 @@ public:
 protected:
     /// Stores the access text as written (not canonical) and the mask of its letters.
     void setAccessAsWritten(const QString& access);
+    /// The fields of the numeric kinds: range, default, decimals, bracketed unit, access as written, options.
+    void setNumberFields(long long min, long long max, long long def, int decimals, const QString& unit,
+        const QString& access, unsigned int options);
     /// The descriptor table; `dataRowEnd` closes the data row, `lastRow` (when not empty) follows it.
     QString latexTable(const QString& indent, QLatin1String dataRowEnd, const QString& lastRow);
 

@@ -15,13 +15,8 @@ XmlValueSigned::XmlValueSigned(
     int min, int max, int def, int decimals, QString unit, QString access, unsigned int options)
     : XmlValueInterface(XmlValueTypeSigned)
 {
-    m_min = min;
-    m_max = max;
-    m_default = def;
-    m_decimals = decimals;
-    setUnit(unit);
-    m_options = options;
-    setAccessAsWritten(access);
+    // Sign- or zero-extended by the parameter types.
+    setNumberFields(min, max, def, decimals, unit, access, options);
 }
 
 QString XmlValueSigned::getStringFromValue(unsigned long long value)
@@ -48,13 +43,8 @@ XmlValueUnsigned::XmlValueUnsigned(unsigned int min, unsigned int max, unsigned 
     QString access, unsigned int options)
     : XmlValueInterface(XmlValueTypeUnsigned)
 {
-    m_min = min;
-    m_max = max;
-    m_default = def;
-    m_decimals = decimals;
-    setUnit(unit);
-    m_options = options;
-    setAccessAsWritten(access);
+    // Sign- or zero-extended by the parameter types.
+    setNumberFields(min, max, def, decimals, unit, access, options);
 }
 
 QString XmlValueUnsigned::getStringFromValue(unsigned long long value)
