@@ -150,7 +150,7 @@ void TestKivtool::errors_data()
                                   << QStringList {"latex", "FILE", "--fragment", "global", "7"} << 1
                                   << "no global parameter bank \"7\" \\(banks: none\\)";
     QTest::newRow("json of a product") << QByteArray("<product_ic/>") << QStringList {"json", "FILE"} << 1
-                                       << "JSON export is for ESI files; this is a IC file";
+                                       << "JSON export is for ESI files, not for IC files";
     QTest::newRow("html of ESI") << QByteArray("<EtherCATInfo/>") << QStringList {"html", "FILE"} << 1
                                  << "an ESI file has no HTML page";
 }

@@ -99,7 +99,7 @@ int runJson(const InputFile& input, const QString& output)
     XmlEtherCATInfo* info = input.esi();
     if (!info)
         return fail(1,
-            QStringLiteral("kivtool: %1: JSON export is for ESI files; this is a %2 file (try 'dump')")
+            QStringLiteral("kivtool: %1: JSON export is for ESI files, not for %2 files (try 'dump')")
                 .arg(input.path(), input.kindName()));
     QJsonObject json;
     info->toJson(json);
