@@ -47,7 +47,11 @@ bench:
 	$(CMAKE) --build build-bench -j $(JOBS) --target kivbench
 	@python3 bench/report.py build-bench/bench/kivbench build-bench/data ../shared/esi-samples
 
-demo: build
+# Only what the demo runs is built: the library and kivtool.
+demo:
+	@scripts/install-deps.sh build demo
+	$(CMAKE) -S . -B build -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+	$(CMAKE) --build build -j $(JOBS) --target kivtool
 	@scripts/demo.sh build/tools/kivtool/kivtool out
 
 clean:
