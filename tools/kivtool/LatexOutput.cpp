@@ -311,7 +311,7 @@ QString icBody(XmlProductIC* ic)
     body += QLatin1String("\n\n\\section{Register map}\n");
     body += ic->toLaTeXRegisterMap();
     // The defaults table anchors the same names as the register map; one set of anchors is enough.
-    body += QLatin1String("\n\n\\section{Register defaults}\n\\begingroup\\renewcommand{\\label}[1]{}");
+    body += QLatin1String("\n\n\\section{Register defaults}\n\\begingroup\\footnotesize\\renewcommand{\\label}[1]{}");
     body += ic->toLaTeXRegisterMapDefaults();
     body += QLatin1String("\n\\endgroup");
     return body;
