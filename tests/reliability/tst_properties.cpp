@@ -3,6 +3,18 @@
 #include "RenderAll.h"
 #include "TestXml.h"
 
+#include "ic/XmlProductIC.h"
+#include "ic/XmlRegisterSet.h"
+#include "ic/XmlRegisterVariant.h"
+#include "ic/XmlValueRegister.h"
+#include "ic/XmlValueRegisterField.h"
+#include "product/XmlAxisParameter.h"
+#include "product/XmlAxisParameters.h"
+#include "product/XmlCANopenEntry.h"
+#include "product/XmlCANopenObject.h"
+#include "product/XmlDigitalInputs.h"
+#include "product/XmlProductModule.h"
+
 #include <QDir>
 #include <QtTest>
 
@@ -69,6 +81,7 @@ private slots:
     void everyPrefixIsNullOrComplete();
     void mutationsNeverCrash_data();
     void mutationsNeverCrash();
+    void nullEntriesAreSkipped();
 };
 
 void TestProperties::everyPrefixIsNullOrComplete_data()
@@ -153,6 +166,44 @@ void TestProperties::mutationsNeverCrash()
     }
     // Most single-byte changes land in text or attribute values and keep the file readable.
     QVERIFY(nonNull > 100);
+}
+
+void TestProperties::nullEntriesAreSkipped()
+{
+    // The append operations take any pointer: renderers must pass over a null entry at every level.
+    auto* module = new XmlProductModule;
+    module->appendAxisParameters(nullptr);
+    auto* block = new XmlAxisParameters;
+    block->appendAxisParameter(nullptr);
+    block->appendAxisParameter(new XmlAxisParameter); // no value descriptor
+    module->appendAxisParameters(block);
+    module->appendGlobalParameters(nullptr);
+    module->appendCANopenObject(nullptr);
+    auto* object = new XmlCANopenObject(
+        0x1000, QStringLiteral("o"), QStringLiteral("VAR"), QStringLiteral("U32"), QStringLiteral("C"));
+    object->appendCANopenEntry(nullptr);
+    object->appendCANopenEntry(new XmlCANopenEntry(0, QStringLiteral("e"), false));
+    module->appendCANopenObject(object);
+    module->appendDriveConfiguration(nullptr);
+    module->setDigitalInputs(new XmlDigitalInputs);
+    module->getDigitalInputs()->getDigitalInputs()->append(nullptr);
+    QVERIFY(RenderAll::product(module) > 0);
+    RenderAll::deleteProduct(module);
+
+    auto* ic = new XmlProductIC;
+    auto* set = new XmlRegisterSet;
+    set->appendValueRegister(nullptr);
+    auto* reg = new XmlValueRegister(1, QStringLiteral("R"), 8, 0);
+    reg->appendVariant(nullptr);
+    auto* variant = new XmlRegisterVariant(QStringLiteral("DEFAULT"));
+    variant->appendField(nullptr);
+    variant->appendField(new XmlValueRegisterField(QStringLiteral("f"), 0, QStringLiteral("1"), QString(), QString()));
+    reg->appendVariant(variant);
+    set->appendValueRegister(reg);
+    set->appendGroup(nullptr);
+    ic->setRegisterSet(set);
+    QVERIFY(RenderAll::product(ic) > 0);
+    RenderAll::deleteProduct(ic);
 }
 
 QTEST_GUILESS_MAIN(TestProperties)
