@@ -119,7 +119,8 @@ XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader* reader)
     const QXmlStreamAttributes attributes = reader->attributes();
     const QString name = attrText(attributes, QLatin1String("name"));
     const bool value = attributes.value(QLatin1String("value")) == QLatin1String("true");
-    qDebug() << "static XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader*)" << name << "," << int(value);
+    // ", " is an item of its own, so the line reads ... "name" ,  1 with two blanks before the number.
+    qDebug() << "static XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader*)" << name << ", " << int(value);
     return consumeElement(reader, new XmlValueBool2(name, value), QLatin1String("value_bool2"));
 }
 

@@ -19,6 +19,8 @@ private slots:
     void parseBool_data();
     void parseBool();
     void boolValues();
+    void latexTables_data();
+    void latexTables();
     void namedValues_data();
     void namedValues();
     void unterminatedNamedValueIsNull_data();
@@ -66,6 +68,34 @@ void TestBooleanValues::boolValues()
     QCOMPARE(map.value(0), qMakePair(QStringLiteral("fs"), QString()));
     QCOMPARE(map.value(1), qMakePair(QStringLiteral("ts"), QStringLiteral("tl")));
     QCOMPARE(value.getDescTrue(), QStringLiteral("ts"));
+    QCOMPARE(value.metaObject()->className(), "XmlValueBool");
+}
+
+// Both kinds use the base table: no row end after the unit.
+void TestBooleanValues::latexTables_data()
+{
+    QTest::addColumn<bool>("flag");
+    QTest::addColumn<QString>("latex");
+    QTest::newRow("bool") << false
+                          << "\n\\begin{tabular}{|l|l|l|l|}\n\t\\hline"
+                             "\n\t\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: Bool} \\\\ \\hline"
+                             "\n\tMin & Max & Default & Unit\\\\ \\hline\n\t0 & 1 & 1 & -\n\\end{tabular}";
+    QTest::newRow("flag") << true
+                          << "\n\\begin{tabular}{|l|l|l|l|}\n\t\\hline"
+                             "\n\t\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: tbd} \\\\ \\hline"
+                             "\n\tMin & Max & Default & Unit\\\\ \\hline\n\t0 & 0 & 0 & -\n\\end{tabular}";
+}
+
+void TestBooleanValues::latexTables()
+{
+    QFETCH(bool, flag);
+    QFETCH(QString, latex);
+    std::unique_ptr<XmlValueInterface> value;
+    if (flag)
+        value.reset(new XmlValueBool2(QStringLiteral("n"), true));
+    else
+        value.reset(new XmlValueBool(true, QStringLiteral("rw"), QString(), QString(), QString(), QString()));
+    KIV_COMPARE_TEXT(value->toLatex(QString()), latex);
 }
 
 void TestBooleanValues::namedValues_data()
@@ -76,15 +106,17 @@ void TestBooleanValues::namedValues_data()
     QTest::newRow("flag") << QByteArray("<value_bool2 name=\"offset\" value=\"true\"><x/></value_bool2>")
                           << "\tXmlValueBool2(name: offset, value: 1)"
                           << QStringList {"static XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader*) "
-                                          "\"offset\" , 1"};
+                                          "\"offset\" ,  1"};
     QTest::newRow("flag True is false") << QByteArray("<value_bool2 name=\"f\" value=\"True\"/>")
                                         << "\tXmlValueBool2(name: f, value: 0)"
                                         << QStringList {"static XmlValueBool2* KIVXmlParser::parseValueBool2("
-                                                        "QXmlStreamReader*) \"f\" , 0"};
+                                                        "QXmlStreamReader*) \"f\" ,  0"};
     QTest::newRow("db max") << QByteArray("<value_db name=\"R_Sense\" value=\"4294967295\"></value_db>")
                             << "\tXmlValueDb(name: R_Sense, value: 4294967295)" << QStringList();
-    QTest::newRow("db negative") << QByteArray("<value_db name=\"V\" value=\"-1\"/>")
-                                 << "\tXmlValueDb(name: V, value: 0)" << QStringList();
+    QTest::newRow("db negative, name as written") << QByteArray("<value_db name=\"V\\u00b0\" value=\"-1\"/>")
+                                                  << "\tXmlValueDb(name: V\\u00b0, value: 0)" << QStringList();
+    QTest::newRow("alert text as written") << QByteArray("<value_alert text=\"R &amp; \\u00b0\"/>")
+                                           << "\tXmlValueAlert(text: R & \\u00b0)" << QStringList();
     QTest::newRow("alert") << QByteArray("<value_alert><b/></value_alert>") << "\tXmlValueAlert(text: )"
                            << QStringList();
 }
@@ -100,20 +132,27 @@ void TestBooleanValues::namedValues()
     const QString element = reader.get()->name().toString();
     if (element == QLatin1String("value_bool2")) {
         std::unique_ptr<XmlValueBool2> value(KIVXmlParser::parseValueBool2(reader));
+        QVERIFY(value);
         actual = value->toString(QString());
+        QCOMPARE(value->metaObject()->className(), "XmlValueInterface");
         QCOMPARE(value->getTypeAsString(), QStringLiteral("tbd"));
         QCOMPARE(value->getStringFromValue(1), QStringLiteral("tbd"));
         QCOMPARE(value->toHtml(),
             QStringLiteral("<table>\n<tr>\n<td width=\"10%\">Name</td>\n<td>Value</td>\n</tr>\n</table>"));
     } else if (element == QLatin1String("value_db")) {
         std::unique_ptr<XmlValueDb> value(KIVXmlParser::parseValueDb(reader));
+        QVERIFY(value);
         actual = value->toString(QString());
+        QCOMPARE(value->metaObject()->className(), "XmlValueInterface");
+        QCOMPARE(value->getStringFromValue(1), QStringLiteral("tbd"));
         QCOMPARE(value->getTypeAsString(), QStringLiteral("Db"));
         QCOMPARE(value->toHtml(),
             QStringLiteral("<table>\n<tr>\n<td width=\"10%\">Name</td>\n<td>Value</td>\n</tr>\n</table>"));
     } else {
         std::unique_ptr<XmlValueAlert> value(KIVXmlParser::parseValueAlert(reader));
+        QVERIFY(value);
         actual = value->toString(QString());
+        QCOMPARE(value->metaObject()->className(), "XmlValueAlert");
     }
     QCOMPARE(actual, text);
     QCOMPARE(capture.texts(), log);
@@ -125,23 +164,29 @@ void TestBooleanValues::namedValues()
 void TestBooleanValues::unterminatedNamedValueIsNull_data()
 {
     QTest::addColumn<QByteArray>("xml");
-    QTest::newRow("flag") << QByteArray("<value_bool2 name=\"n\" value=\"true\"><x/>");
-    QTest::newRow("db") << QByteArray("<value_db value=\"3\">");
-    QTest::newRow("alert") << QByteArray("<value_alert text=\"t\"><x></y>");
+    QTest::addColumn<QStringList>("log");
+    QTest::newRow("flag") << QByteArray("<value_bool2 name=\"n\" value=\"true\"><x/>")
+                          << QStringList {"static XmlValueBool2* KIVXmlParser::parseValueBool2(QXmlStreamReader*) "
+                                          "\"n\" ,  1"};
+    QTest::newRow("db") << QByteArray("<value_db value=\"3\">") << QStringList();
+    QTest::newRow("alert") << QByteArray("<value_alert text=\"t\"><x></y>") << QStringList();
 }
 
 void TestBooleanValues::unterminatedNamedValueIsNull()
 {
     QFETCH(QByteArray, xml);
+    QFETCH(QStringList, log);
     LogCapture capture;
     TestXml::Reader reader(xml);
     const QString element = reader.get()->name().toString();
+    // The object built before the document ended is freed (sanitizer run).
     if (element == QLatin1String("value_bool2"))
         QVERIFY(!KIVXmlParser::parseValueBool2(reader));
     else if (element == QLatin1String("value_db"))
         QVERIFY(!KIVXmlParser::parseValueDb(reader));
     else
         QVERIFY(!KIVXmlParser::parseValueAlert(reader));
+    QCOMPARE(capture.texts(), log);
 }
 
 QTEST_GUILESS_MAIN(TestBooleanValues)

@@ -24,7 +24,7 @@ private slots:
 void TestChoiceValues::parseAndDebugText()
 {
     LogCapture log;
-    TestXml::Reader reader("<value_choice default=\"2\" unit=\"mA\" access=\"rw\">"
+    TestXml::Reader reader("<value_choice default=\"2\" unit=\"\\u00b5A\" access=\"rw\">"
                            "<choice_element value=\"1\" desc_short=\"Step &amp; Direction\" desc_long=\"\\u00b0\"/>"
                            "<extra><choice_element value=\"x\" desc_short=\"nested\"/></extra>"
                            "</value_choice><after/>");
@@ -32,11 +32,18 @@ void TestChoiceValues::parseAndDebugText()
     QVERIFY(choice);
     QCOMPARE(log.texts(), QStringList {"KIVXmlParser::parseValueChoice() \"extra\""});
     KIV_COMPARE_TEXT(choice->toString(QStringLiteral(" ")),
-        QString(" \tXmlValueChoice(def: 2, unit: mA, access: rw)\n \t{\n"
+        QString(" \tXmlValueChoice(def: 2, unit: \u00b5A, access: rw)\n \t{\n"
                 " \t\tXmlValueChoiceElement(value: 1, desc_short: Step \\x26 Direction, desc_long: \u00b0)\n"
                 " \t\tXmlValueChoiceElement(value: 0, desc_short: nested, desc_long: )\n \t}"));
     QVERIFY(choice->hasDefault() && choice->hasUnit());
     QVERIFY(!choice->hasMin() && !choice->hasMax());
+    QCOMPARE(choice->metaObject()->className(), "XmlValueChoice");
+    QCOMPARE(choice->getElements().first()->metaObject()->className(), "XmlValueInterface");
+    // The base table, with the range of the element values and the unit unbracketed.
+    KIV_COMPARE_TEXT(choice->toLatex(QString()),
+        QString("\n\\begin{tabular}{|l|l|l|l|}\n\t\\hline"
+                "\n\t\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: Choice} \\\\ \\hline"
+                "\n\tMin & Max & Default & Unit\\\\ \\hline\n\t0 & 1 & 2 & \u00b5A\n\\end{tabular}"));
     // Stops at its own end tag.
     QCOMPARE(reader.get()->name(), QStringLiteral("value_choice"));
 }
@@ -89,15 +96,22 @@ void TestChoiceValues::descriptions()
 void TestChoiceValues::unterminatedChoiceIsNull_data()
 {
     QTest::addColumn<QByteArray>("xml");
-    QTest::newRow("cut after an element") << QByteArray("<value_choice><choice_element value=\"1\"/>");
-    QTest::newRow("broken markup") << QByteArray("<value_choice><choice_element value=\"1\"></value_choice>");
+    QTest::addColumn<QStringList>("log");
+    QTest::newRow("cut after an element") << QByteArray("<value_choice><choice_element value=\"1\"/>") << QStringList();
+    QTest::newRow("cut inside an unknown child") << QByteArray("<value_choice><choice_element value=\"1\"/><group>")
+                                                 << QStringList {"KIVXmlParser::parseValueChoice() \"group\""};
+    QTest::newRow("broken markup") << QByteArray("<value_choice><choice_element value=\"1\"></value_choice>")
+                                   << QStringList();
 }
 
 void TestChoiceValues::unterminatedChoiceIsNull()
 {
     QFETCH(QByteArray, xml);
+    QFETCH(QStringList, log);
+    LogCapture capture;
     TestXml::Reader reader(xml);
     QVERIFY(!KIVXmlParser::parseValueChoice(reader)); // the partial choice is freed (sanitizer run)
+    QCOMPARE(capture.texts(), log);
 }
 
 QTEST_GUILESS_MAIN(TestChoiceValues)

@@ -35,6 +35,7 @@ private slots:
     void rendering();
     void debugTextAndRange_data();
     void debugTextAndRange();
+    void latexTable_data();
     void latexTable();
 };
 
@@ -72,14 +73,18 @@ void TestReadOutValues::debugTextAndRange_data()
     QTest::addColumn<QByteArray>("xml");
     QTest::addColumn<QString>("text");
     QTest::addColumn<long long>("max");
+    QTest::addColumn<QString>("className");
     QTest::newRow("date") << QByteArray("<value_date access=\"r\" desc_short=\"Build\" desc_long=\"BCD \\u00b0\"/>")
-                          << "\tXmlValueDate(desc_short: Build, desc_long: BCD \\u00b0, access: r)" << 4294967295LL;
+                          << "\tXmlValueDate(desc_short: Build, desc_long: BCD \\u00b0, access: r)" << 4294967295LL
+                          << "XmlValueInterface";
     QTest::newRow("time") << QByteArray("<value_time/>") << "\tXmlValueTime(desc_short: , desc_long: , access: )"
-                          << 16777215LL;
+                          << 16777215LL << "XmlValueInterface";
     QTest::newRow("version") << QByteArray("<value_version desc_short=\"v\"/>")
-                             << "\tXmlValueVersion(desc_short: v, desc_long: , access: )" << 4294967295LL;
+                             << "\tXmlValueVersion(desc_short: v, desc_long: , access: )" << 4294967295LL
+                             << "XmlValueInterface";
     QTest::newRow("ascii") << QByteArray("<value_ascii access=\"R\"/>")
-                           << "\tXmlValueASCII(desc_short: , desc_long: , access: R)" << 4294967295LL;
+                           << "\tXmlValueASCII(desc_short: , desc_long: , access: R)" << 4294967295LL
+                           << "XmlValueASCII";
 }
 
 void TestReadOutValues::debugTextAndRange()
@@ -87,8 +92,10 @@ void TestReadOutValues::debugTextAndRange()
     QFETCH(QByteArray, xml);
     QFETCH(QString, text);
     QFETCH(long long, max);
+    QFETCH(QString, className);
     const std::unique_ptr<XmlValueReadOut> value = parseReadOut(xml);
     QCOMPARE(value->toString(QString()), text);
+    QCOMPARE(QString::fromLatin1(value->metaObject()->className()), className);
     QCOMPARE(value->getMax(), max);
     QVERIFY(!value->hasMin() && !value->hasMax() && !value->hasDefault() && !value->hasUnit());
     const XmlValueDescriptions map = value->getValueDescriptions();
@@ -96,17 +103,35 @@ void TestReadOutValues::debugTextAndRange()
     QCOMPARE(map.value(0).first, value->getDescriptionShort());
 }
 
+// Unlike the base table, the data row is closed and a row with the short description follows.
+void TestReadOutValues::latexTable_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    QTest::addColumn<QString>("latex");
+    QTest::newRow("time") << QByteArray("<value_time access=\"r\" desc_short=\"Build time\" desc_long=\"long\"/>")
+                          << "\n  \\begin{tabular}{|l|l|l|l|}"
+                             "\n  \t\\hline"
+                             "\n  \t\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: Time} \\\\ \\hline"
+                             "\n  \tMin & Max & Default & Unit\\\\ \\hline"
+                             "\n  \t0 & 16777215 & 0 & - \\\\ \\hline"
+                             "\n  \t\\multicolumn{4}{|c|}{Build time}"
+                             "\n  \\end{tabular}";
+    QTest::newRow("ascii without description")
+        << QByteArray("<value_ascii/>")
+        << "\n  \\begin{tabular}{|l|l|l|l|}"
+           "\n  \t\\hline"
+           "\n  \t\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: ASCII} \\\\ \\hline"
+           "\n  \tMin & Max & Default & Unit\\\\ \\hline"
+           "\n  \t0 & 4294967295 & 0 & - \\\\ \\hline"
+           "\n  \t\\multicolumn{4}{|c|}{}"
+           "\n  \\end{tabular}";
+}
+
 void TestReadOutValues::latexTable()
 {
-    XmlValueTime value(QStringLiteral("r"), QStringLiteral("Build time"), QStringLiteral("long"));
-    KIV_COMPARE_TEXT(value.toLatex(QStringLiteral("  ")),
-        QStringLiteral("\n  \\begin{tabular}{|l|l|l|l|}"
-                       "\n  \t\\hline"
-                       "\n  \t\\multicolumn{4}{|c|}{\\cellcolor{gray!50}Value: Time} \\\\ \\hline"
-                       "\n  \tMin & Max & Default & Unit\\\\ \\hline"
-                       "\n  \t0 & 16777215 & 0 & - \\\\ \\hline"
-                       "\n  \t\\multicolumn{4}{|c|}{Build time}"
-                       "\n  \\end{tabular}"));
+    QFETCH(QByteArray, xml);
+    QFETCH(QString, latex);
+    KIV_COMPARE_TEXT(parseReadOut(xml)->toLatex(QStringLiteral("  ")), latex);
 }
 
 QTEST_GUILESS_MAIN(TestReadOutValues)
