@@ -12,6 +12,7 @@
 #include "product/XmlAxisParameters.h"
 #include "product/XmlCANopenEntry.h"
 #include "product/XmlCANopenObject.h"
+#include "product/XmlDigitalInput.h"
 #include "product/XmlDigitalInputs.h"
 #include "product/XmlProductModule.h"
 
@@ -83,6 +84,7 @@ private slots:
     void everyPrefixIsNullOrComplete();
     void mutationsNeverCrash_data();
     void mutationsNeverCrash();
+    void nullEntriesAreSkipped_data();
     void nullEntriesAreSkipped();
 };
 
@@ -175,42 +177,119 @@ void TestProperties::mutationsNeverCrash()
     QVERIFY2(nonNull > rounds / 4, qPrintable(QString::number(nonNull)));
 }
 
-void TestProperties::nullEntriesAreSkipped()
+namespace {
+
+/// A module built by hand; `withNulls` adds null entries inside its lists (the append operations take any
+/// pointer). Null blocks, banks and objects at the top are in both: their list positions head the tables.
+XmlProductModule* handBuiltModule(bool withNulls)
 {
-    // The append operations take any pointer: renderers must pass over a null entry at every level.
     auto* module = new XmlProductModule;
     module->appendAxisParameters(nullptr);
     auto* block = new XmlAxisParameters;
-    block->appendAxisParameter(nullptr);
+    if (withNulls)
+        block->appendAxisParameter(nullptr);
     block->appendAxisParameter(new XmlAxisParameter); // no value descriptor
     module->appendAxisParameters(block);
     module->appendGlobalParameters(nullptr);
     module->appendCANopenObject(nullptr);
     auto* object = new XmlCANopenObject(
         0x1000, QStringLiteral("o"), QStringLiteral("VAR"), QStringLiteral("U32"), QStringLiteral("C"));
-    object->appendCANopenEntry(nullptr);
     object->appendCANopenEntry(new XmlCANopenEntry(0, QStringLiteral("e"), false));
+    if (withNulls)
+        object->appendCANopenEntry(nullptr);
     module->appendCANopenObject(object);
     module->appendDriveConfiguration(nullptr);
     module->setDigitalInputs(new XmlDigitalInputs);
-    module->getDigitalInputs()->getDigitalInputs()->append(nullptr);
-    QVERIFY(RenderAll::product(module) > 0);
-    RenderAll::deleteProduct(module);
+    if (withNulls)
+        module->getDigitalInputs()->getDigitalInputs()->append(nullptr);
+    module->getDigitalInputs()->getDigitalInputs()->append(new XmlDigitalInput);
+    return module;
+}
 
+XmlProductIC* handBuiltIc(bool withNulls)
+{
     auto* ic = new XmlProductIC;
     auto* set = new XmlRegisterSet;
-    set->appendValueRegister(nullptr);
+    if (withNulls)
+        set->appendValueRegister(nullptr);
     auto* reg = new XmlValueRegister(1, QStringLiteral("R"), 8, 0);
-    reg->appendVariant(nullptr);
+    if (withNulls)
+        reg->appendVariant(nullptr);
     auto* variant = new XmlRegisterVariant(QStringLiteral("DEFAULT"));
-    variant->appendField(nullptr);
+    if (withNulls)
+        variant->appendField(nullptr);
     variant->appendField(new XmlValueRegisterField(QStringLiteral("f"), 0, QStringLiteral("1"), QString(), QString()));
     reg->appendVariant(variant);
     set->appendValueRegister(reg);
-    set->appendGroup(nullptr);
+    if (withNulls)
+        set->appendGroup(nullptr);
     ic->setRegisterSet(set);
-    QVERIFY(RenderAll::product(ic) > 0);
-    RenderAll::deleteProduct(ic);
+    return ic;
+}
+
+/// The texts of the renderers whose output does not depend on the date. The module's debug text is left
+/// out: a container writes one line per item there, an empty one for a null item.
+QStringList renderedTexts(XmlProductInterface* product)
+{
+    QStringList texts;
+    if (auto* module = qobject_cast<XmlProductModule*>(product)) {
+        texts << module->toHtml() << module->toLaTeXAxisParam();
+        for (int index = 0; index < module->getGlobalParameters()->size(); ++index)
+            texts << module->toLaTeXGlobalParamBank(index);
+        for (int kind = 0; kind <= 3; ++kind)
+            texts << module->toLaTeXIOs(kind);
+        for (const XmlCANopenObject* object : qAsConst(*module->getCANopenObjects())) {
+            if (object)
+                texts << object->toLatex();
+        }
+    } else if (auto* ic = qobject_cast<XmlProductIC*>(product)) {
+        texts << ic->toString() << ic->toHtml() << ic->toLaTeXRegisterMap() << ic->toLaTeXRegisterMapDefaults()
+              << ic->toLaTeXRegisterOverview();
+    }
+    return texts;
+}
+
+} // namespace
+
+void TestProperties::nullEntriesAreSkipped_data()
+{
+    QTest::addColumn<bool>("isModule");
+    QTest::newRow("module") << true;
+    QTest::newRow("IC") << false;
+}
+
+void TestProperties::nullEntriesAreSkipped()
+{
+    // A null entry inside a list renders as if it were not there; every renderer (date included) survives.
+    QFETCH(bool, isModule);
+    XmlProductInterface* plain
+        = isModule ? static_cast<XmlProductInterface*>(handBuiltModule(false)) : handBuiltIc(false);
+    XmlProductInterface* withNulls
+        = isModule ? static_cast<XmlProductInterface*>(handBuiltModule(true)) : handBuiltIc(true);
+    const qint64 written = RenderAll::product(withNulls);
+    const QStringList expected = renderedTexts(plain);
+    const QStringList actual = renderedTexts(withNulls);
+    QString expectedText;
+    QString actualText;
+    if (isModule) {
+        expectedText = qobject_cast<XmlProductModule*>(plain)->toString();
+        actualText = qobject_cast<XmlProductModule*>(withNulls)->toString();
+    }
+    RenderAll::deleteProduct(plain);
+    RenderAll::deleteProduct(withNulls);
+
+    QVERIFY(written > 0);
+    QCOMPARE(actual.size(), expected.size());
+    for (int index = 0; index < expected.size(); ++index)
+        KIV_COMPARE_TEXT(actual.at(index), expected.at(index));
+    if (isModule) {
+        // The module's debug text writes a null container item as its empty line, a null CANopen entry as
+        // its empty numbered entry.
+        expectedText.replace(QLatin1String("AxisParameters(axis=0"), QLatin1String("AxisParameters(axis=0\n"));
+        expectedText.replace(QLatin1String("XmlDigitalInputs("), QLatin1String("XmlDigitalInputs(\n"));
+        expectedText.replace(QLatin1String("pdoMapped: false)\n"), QLatin1String("pdoMapped: false)\n\tentry[1]: \n"));
+        KIV_COMPARE_TEXT(actualText, expectedText);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestProperties)
