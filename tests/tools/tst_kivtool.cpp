@@ -14,6 +14,7 @@
 #include "product/XmlGlobalParameters.h"
 #include "product/XmlProductModule.h"
 
+#include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -118,6 +119,13 @@ private slots:
     void manualTypesets_data();
     void manualTypesets();
     void manualWithoutPdflatexNamesThePackage();
+    void help_data();
+    void help();
+    void manPageRenders();
+    void outputThatCannotBeWritten();
+    void failedRunLeavesOutputAlone();
+    void standardInput_data();
+    void standardInput();
 
 private:
     QTemporaryDir m_dir;
@@ -142,13 +150,30 @@ void TestKivtool::errors_data()
     QTest::newRow("unknown command") << QByteArray("<product_ic/>") << QStringList {"print", "FILE"} << 2
                                      << "unknown command \"print\"";
     QTest::newRow("latex without fragment") << QByteArray("<product_ic/>") << QStringList {"latex", "FILE"} << 2
-                                            << "needs --fragment NAME; this file offers: regmap, ";
+                                            << "needs --fragment <name>; this file offers: regmap, ";
     QTest::newRow("unknown fragment") << QByteArray("<product_ic/>")
-                                      << QStringList {"latex", "FILE", "--fragment", "axis"} << 1
+                                      << QStringList {"latex", "FILE", "--fragment", "axis"} << 2
                                       << "an IC has no fragment \"axis\"";
     QTest::newRow("missing bank") << QByteArray("<product_module/>")
-                                  << QStringList {"latex", "FILE", "--fragment", "global", "7"} << 1
+                                  << QStringList {"latex", "FILE", "--fragment", "global", "7"} << 2
                                   << "no global parameter bank \"7\" \\(banks: none\\)";
+    QTest::newRow("bank not given") << QByteArray("<product_module/>")
+                                    << QStringList {"latex", "FILE", "--fragment", "global"} << 2
+                                    << "^kivtool: the fragment global needs a BANK number \\(banks: none\\)\n$";
+    QTest::newRow("fragment without name")
+        << QByteArray("<product_ic/>") << QStringList {"latex", "FILE", "--fragment"} << 2
+        << "^kivtool: option --fragment needs a value <name>\nTry 'kivtool help "
+           "latex'.\n$";
+    QTest::newRow("unknown option") << QByteArray("<product_ic/>") << QStringList {"--bogus", "info", "FILE"} << 2
+                                    << "^kivtool: unknown option --bogus\nTry 'kivtool --help'.\n$";
+    QTest::newRow("option of another command")
+        << QByteArray("<product_ic/>") << QStringList {"info", "FILE", "--pdf"} << 2
+        << "^kivtool: the info command has no option --pdf\nTry 'kivtool help info'.\n$";
+    QTest::newRow("file name with format markers")
+        << QByteArray() << QStringList {"info", "FILE%2%1"} << 2 << "^kivtool: cannot open FILE%2%1: No such file";
+    QTest::newRow("output folder missing")
+        << QByteArray("<product_ic/>") << QStringList {"info", "FILE", "-o", "/nonexistent/folder/out.txt"} << 2
+        << "^kivtool: cannot write /nonexistent/folder/out.txt: ";
     QTest::newRow("json of a product") << QByteArray("<product_ic/>") << QStringList {"json", "FILE"} << 1
                                        << "JSON export is for ESI files, not for IC files";
     QTest::newRow("html of ESI") << QByteArray("<EtherCATInfo/>") << QStringList {"html", "FILE"} << 1
@@ -377,6 +402,140 @@ void TestKivtool::manualWithoutPdflatexNamesThePackage()
         qPrintable(run.err));
     // The LaTeX source is written before typesetting is tried.
     QVERIFY(QFile::exists(dir + QLatin1String("/kiv-ic-example.tex")));
+}
+
+void TestKivtool::help_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("usage");
+    QTest::addColumn<QString>("example");
+    QTest::newRow("info") << "info"
+                          << "info FILE [-o <path>]"
+                          << "kivtool info examples/";
+    QTest::newRow("dump") << "dump"
+                          << "dump FILE [-o <path>]"
+                          << "kivtool dump examples/";
+    QTest::newRow("html") << "html"
+                          << "html FILE [-o <path>]"
+                          << "kivtool html examples/";
+    QTest::newRow("latex") << "latex"
+                           << "latex FILE --fragment <name> [ARG] [-o <path>]"
+                           << "--fragment global 2";
+    QTest::newRow("manual") << "manual"
+                            << "manual FILE -o <dir> [--pdf]"
+                            << "-o manual --pdf";
+    QTest::newRow("json") << "json"
+                          << "json FILE [-o <path>]"
+                          << "kivtool json examples/";
+}
+
+/// "kivtool help X" and "kivtool X --help" give the same text: usage, options with agreeing placeholders,
+/// an example; the general help lists the command.
+void TestKivtool::help()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, usage);
+    QFETCH(QString, example);
+    const Run viaHelp = kivtool({QStringLiteral("help"), command});
+    const Run viaOption = kivtool({command, QStringLiteral("--help")});
+    QCOMPARE(viaHelp.exitCode, 0);
+    QCOMPARE(viaOption.exitCode, 0);
+    QCOMPARE(viaOption.out, viaHelp.out);
+    QVERIFY2(viaHelp.out.startsWith(QLatin1String("Usage: kivtool ") + usage + QLatin1String("\n\n")),
+        qPrintable(viaHelp.out));
+    QVERIFY(viaHelp.out.contains(QLatin1String("\nExample:\n  ")));
+    QVERIFY(viaHelp.out.contains(example));
+    static const QRegularExpression placeholder(
+        QStringLiteral("--output <(\\w+)> +Write (to|the manual into the folder) <(\\w+)>"));
+    const QRegularExpressionMatch output = placeholder.match(viaHelp.out);
+    if (output.hasMatch())
+        QCOMPARE(output.captured(3), output.captured(1));
+    const Run general = kivtool({QStringLiteral("--help")});
+    QCOMPARE(general.exitCode, 0);
+    QVERIFY(general.out.startsWith(QLatin1String("Usage: kivtool COMMAND FILE [OPTIONS]\n")));
+    QVERIFY(general.out.contains(QLatin1String("\n  ") + usage + QLatin1Char(' ')));
+    const QString page = utf8(TestXml::readFile(QStringLiteral(KIVTOOL_MAN_PAGE)));
+    QVERIFY2(page.contains(QLatin1String(".BI \"") + command + QLatin1Char(' ')), "missing from the manual page");
+}
+
+void TestKivtool::manPageRenders()
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("man")).isEmpty())
+        QSKIP("man is not installed (make test installs man-db)");
+    QProcess man;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("MANWIDTH"), QStringLiteral("80"));
+    man.setProcessEnvironment(environment);
+    man.start(
+        QStringLiteral("man"), {QStringLiteral("--warnings"), QStringLiteral("-l"), QStringLiteral(KIVTOOL_MAN_PAGE)});
+    QVERIFY(man.waitForFinished(60000));
+    QCOMPARE(man.exitCode(), 0);
+    QCOMPARE(utf8(man.readAllStandardError()), QString());
+    const QString text = utf8(man.readAllStandardOutput());
+    for (const char* heading : {"SYNOPSIS", "COMMANDS", "OPTIONS", "EXIT STATUS", "EXAMPLES"})
+        QVERIFY2(text.contains(QLatin1String(heading)), heading);
+}
+
+/// A full disk is an error: exit 2 with the reason, whatever the size of the text.
+void TestKivtool::outputThatCannotBeWritten()
+{
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(QStringLiteral(KIVTOOL_PATH), {QStringLiteral("info"), kESI});
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitCode(), 2);
+    QCOMPARE(utf8(process.readAllStandardError()),
+        QStringLiteral("kivtool: cannot write standard output: No space left on device\n"));
+    const Run toFile = kivtool({QStringLiteral("json"), kESI, QStringLiteral("-o"), QStringLiteral("/dev/full")});
+    QCOMPARE(toFile.exitCode, 2);
+    QCOMPARE(toFile.err, QStringLiteral("kivtool: cannot write /dev/full: No space left on device\n"));
+}
+
+/// An -o file is replaced only by a complete result; a failed run leaves it and no temporary file behind.
+void TestKivtool::failedRunLeavesOutputAlone()
+{
+    QTemporaryDir dir;
+    const QString out = dir.filePath(QStringLiteral("page.html"));
+    const QString broken = dir.filePath(QStringLiteral("broken.xml"));
+    QFile file(broken);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<product_ic><desc>cut");
+    file.close();
+    QFile previous(out);
+    QVERIFY(previous.open(QIODevice::WriteOnly));
+    previous.write("previous page");
+    previous.close();
+    QCOMPARE(kivtool({QStringLiteral("html"), broken, QStringLiteral("-o"), out}).exitCode, 1);
+    QCOMPARE(TestXml::readFile(out), QByteArray("previous page"));
+    QCOMPARE(kivtool({QStringLiteral("html"), kIC, QStringLiteral("-o"), out}).exitCode, 0);
+    QVERIFY(TestXml::readFile(out).startsWith("<!DOCTYPE html>"));
+    QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({"broken.xml", "page.html"}));
+}
+
+void TestKivtool::standardInput_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("dash") << QStringList {"info", "-"};
+    QTest::newRow("/dev/stdin") << QStringList {"info", "/dev/stdin"};
+}
+
+/// Input from a pipe is read once: the root is told from it and the same bytes are parsed.
+void TestKivtool::standardInput()
+{
+    QFETCH(QStringList, arguments);
+    QProcess process;
+    QProcess cat;
+    cat.setStandardOutputProcess(&process);
+    cat.start(QStringLiteral("cat"), {kESI});
+    process.start(QStringLiteral(KIVTOOL_PATH), arguments);
+    QVERIFY(process.waitForFinished(60000));
+    cat.waitForFinished();
+    QCOMPARE(utf8(process.readAllStandardError()), QString());
+    QCOMPARE(process.exitCode(), 0);
+    const QString out = utf8(process.readAllStandardOutput());
+    QVERIFY2(
+        out.contains(QLatin1String("\nKind:                  ESI\nVendor:                Kivotronic Example GmbH")),
+        qPrintable(out));
 }
 
 QTEST_GUILESS_MAIN(TestKivtool)

@@ -8,6 +8,7 @@
 #include "product/XmlProductModule.h"
 
 #include <QFile>
+#include <QTemporaryFile>
 #include <QXmlStreamReader>
 
 namespace {
@@ -19,30 +20,72 @@ LoadError failure(int exitCode, const QString& message)
     return LoadError {exitCode, message};
 }
 
-QString xmlErrorMessage(const QString& path, const QXmlStreamReader& reader)
+/// Line and column (1-based) of byte `offset`, counting characters as UTF-8 decodes them.
+QString positionOfByte(const QByteArray& bytes, int offset)
 {
-    return QStringLiteral("kivtool: %1:%2:%3: malformed XML: %4")
-        .arg(path)
-        .arg(reader.lineNumber())
-        .arg(reader.columnNumber())
-        .arg(reader.errorString());
+    const int lineStart = bytes.lastIndexOf('\n', offset - 1) + 1;
+    const int line = bytes.left(lineStart).count('\n') + 1;
+    const int column = QString::fromUtf8(bytes.constData() + lineStart, offset - lineStart).size() + 1;
+    return QString::number(line) + QLatin1Char(':') + QString::number(column);
+}
+
+/// Offset of the first byte that breaks UTF-8, or -1.
+int firstBadUtf8Byte(const QByteArray& bytes)
+{
+    const auto* data = reinterpret_cast<const unsigned char*>(bytes.constData());
+    const int size = bytes.size();
+    for (int i = 0; i < size;) {
+        const unsigned char lead = data[i];
+        int length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
+        if (length == 0 || (length == 2 && lead < 0xC2) || i + length > size)
+            return i;
+        for (int k = 1; k < length; ++k) {
+            if ((data[i + k] & 0xC0) != 0x80)
+                return i;
+        }
+        i += length;
+    }
+    return -1;
+}
+
+/// The reader stops on a badly encoded byte some way after it (it decodes in blocks); for UTF-8 files
+/// the byte itself is found here, so that the message points at it.
+QString errorPosition(QFile* file, const QXmlStreamReader& reader)
+{
+    const QString readerPosition
+        = QString::number(reader.lineNumber()) + QLatin1Char(':') + QString::number(reader.columnNumber());
+    if (!reader.errorString().contains(QLatin1String("encoded")) || !file->seek(0))
+        return readerPosition;
+    const QByteArray bytes = file->readAll();
+    const int declaration = bytes.indexOf("encoding=");
+    const bool utf8
+        = declaration < 0 || declaration > bytes.indexOf("?>") || bytes.mid(declaration + 10, 5).toLower() == "utf-8";
+    const int bad = utf8 ? firstBadUtf8Byte(bytes) : -1;
+    return bad < 0 ? readerPosition : positionOfByte(bytes, bad);
+}
+
+QString xmlErrorMessage(const QString& name, QFile* file, const QXmlStreamReader& reader)
+{
+    return QStringLiteral("kivtool: ") + name + QLatin1Char(':') + errorPosition(file, reader)
+        + QStringLiteral(": malformed XML: ") + reader.errorString();
 }
 
 /// The name of the first element, or an empty text with `error` set when the XML breaks before it.
-QString rootElementName(QFile* file, const QString& path, LoadError* error)
+QString rootElementName(QFile* file, const QString& name, LoadError* error)
 {
     QXmlStreamReader reader(file);
     while (!reader.atEnd()) {
         if (reader.readNext() == QXmlStreamReader::StartElement)
             return reader.name().toString();
     }
-    *error = reader.hasError() ? failure(1, xmlErrorMessage(path, reader))
-                               : failure(1, QStringLiteral("kivtool: %1: the file holds no XML element").arg(path));
+    *error = reader.hasError()
+        ? failure(1, xmlErrorMessage(name, file, reader))
+        : failure(1, QStringLiteral("kivtool: ") + name + QStringLiteral(": the file holds no XML element"));
     return QString();
 }
 
 /// Explains a null parse result: the first place where the XML breaks, or what the parser stops at.
-LoadError explainNullResult(QFile* file, const QString& path)
+LoadError explainNullResult(QFile* file, const QString& name)
 {
     file->seek(0);
     QXmlStreamReader reader(file);
@@ -58,13 +101,40 @@ LoadError explainNullResult(QFile* file, const QString& path)
             markupBeforeRoot = true;
     }
     if (reader.hasError())
-        return failure(1, xmlErrorMessage(path, reader));
+        return failure(1, xmlErrorMessage(name, file, reader));
     if (markupBeforeRoot)
         return failure(1,
-            QStringLiteral("kivtool: %1: a comment, DOCTYPE or processing instruction stands before the root "
-                           "element; the parser stops there. Remove it and try again.")
-                .arg(path));
-    return failure(1, QStringLiteral("kivtool: %1: no model could be built from this file").arg(path));
+            QStringLiteral("kivtool: ") + name
+                + QStringLiteral(": a comment, DOCTYPE or processing instruction stands before the root "
+                                 "element; the parser stops there. Remove it and try again."));
+    return failure(1, QStringLiteral("kivtool: ") + name + QStringLiteral(": no model could be built from this file"));
+}
+
+/// Opens `path` ("-": standard input). Pipes, FIFOs and terminals cannot be read twice, and the kind is
+/// told from the root element before the parser reads the file: their bytes are read once into a
+/// temporary file.
+std::unique_ptr<QFile> openInput(const QString& path, LoadError* error)
+{
+    std::unique_ptr<QFile> file(new QFile);
+    const bool opened = path == QLatin1String("-") ? file->open(stdin, QIODevice::ReadOnly)
+                                                   : (file->setFileName(path), file->open(QIODevice::ReadOnly));
+    if (!opened) {
+        *error
+            = failure(2, QStringLiteral("kivtool: cannot open ") + path + QStringLiteral(": ") + file->errorString());
+        return nullptr;
+    }
+    if (!file->isSequential())
+        return file;
+    const QByteArray bytes = file->readAll();
+    std::unique_ptr<QTemporaryFile> copy(new QTemporaryFile);
+    if (file->error() != QFileDevice::NoError || !copy->open() || copy->write(bytes) != bytes.size() || !copy->flush()
+        || !copy->seek(0)) {
+        *error = failure(2,
+            QStringLiteral("kivtool: cannot read ") + path + QStringLiteral(": ")
+                + (file->error() != QFileDevice::NoError ? file->errorString() : copy->errorString()));
+        return nullptr;
+    }
+    return copy;
 }
 
 } // namespace
@@ -78,33 +148,33 @@ InputFile::~InputFile()
 
 std::unique_ptr<InputFile> InputFile::load(const QString& path, LoadError* error)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = failure(2, QStringLiteral("kivtool: cannot open %1: %2").arg(path, file.errorString()));
+    const std::unique_ptr<QFile> file = openInput(path, error);
+    if (!file)
         return nullptr;
-    }
-    const QString root = rootElementName(&file, path, error);
+    const QString name = path == QLatin1String("-") ? QStringLiteral("<stdin>") : path;
+    const QString root = rootElementName(file.get(), name, error);
     if (root.isEmpty())
         return nullptr;
 
     std::unique_ptr<InputFile> input(new InputFile);
-    input->m_path = path;
-    file.seek(0);
+    input->m_path = name;
+    file->seek(0);
     if (root == QLatin1String("product_module") || root == QLatin1String("product_ic")) {
-        input->m_product.reset(KIVXmlParser::parseProduct(&file));
+        input->m_product.reset(KIVXmlParser::parseProduct(file.get()));
         if (input->m_product)
             input->m_kind = input->m_product->type() == 0 ? FileKind::IC : FileKind::Module;
     } else if (root == QLatin1String("EtherCATInfo")) {
         input->m_kind = FileKind::ESI;
-        input->m_esi.reset(ESIXmlParser::parseInfo(&file));
+        input->m_esi.reset(ESIXmlParser::parseInfo(file.get()));
     } else {
         *error = failure(1,
-            QStringLiteral("kivtool: %1: root element \"%2\" is not one kivtool reads (accepted: %3)")
-                .arg(path, root, QLatin1String(kAcceptedRoots)));
+            QStringLiteral("kivtool: ") + name + QStringLiteral(": root element \"") + root
+                + QStringLiteral("\" is not one kivtool reads (accepted: ") + QLatin1String(kAcceptedRoots)
+                + QLatin1Char(')'));
         return nullptr;
     }
     if (!input->m_product && !input->m_esi) {
-        *error = explainNullResult(&file, path);
+        *error = explainNullResult(file.get(), name);
         return nullptr;
     }
     return input;

@@ -40,10 +40,11 @@ LatexFragment fragment(const QString& text)
     return result;
 }
 
-LatexFragment fragmentError(const QString& error)
+LatexFragment fragmentError(const QString& error, int exitCode = 2)
 {
     LatexFragment result;
     result.error = error;
+    result.exitCode = exitCode;
     return result;
 }
 
@@ -98,6 +99,9 @@ LatexFragment moduleFragment(XmlProductModule* module, const QString& name, cons
     if (name == QLatin1String("canopen"))
         return fragment(canopenFragment(module));
     if (name == QLatin1String("global")) {
+        if (argument.isEmpty())
+            return fragmentError(QStringLiteral("kivtool: the fragment global needs a BANK number (banks: %1)")
+                                     .arg(bankNumbers(module)));
         const int index = bankIndex(module, argument);
         if (index < 0)
             return fragmentError(QStringLiteral("kivtool: no global parameter bank \"%1\" (banks: %2)")
@@ -106,6 +110,9 @@ LatexFragment moduleFragment(XmlProductModule* module, const QString& name, cons
     }
     if (name == QLatin1String("ios")) {
         const int kind = ioKind(argument);
+        if (argument.isEmpty())
+            return fragmentError(QStringLiteral("kivtool: the fragment ios needs a KIND (kinds: digital-inputs, "
+                                                "analog-inputs, digital-outputs-sio, digital-outputs-gio)"));
         if (kind < 0)
             return fragmentError(QStringLiteral("kivtool: no input/output kind \"%1\" (kinds: digital-inputs, "
                                                 "analog-inputs, digital-outputs-sio, digital-outputs-gio)")
@@ -150,6 +157,9 @@ LatexFragment icFragment(XmlProductIC* ic, const QString& name, const QString& a
     if (name == QLatin1String("overview"))
         return fragment(ic->toLaTeXRegisterOverview());
     if (name == QLatin1String("overview-group")) {
+        if (argument.isEmpty())
+            return fragmentError(
+                QStringLiteral("kivtool: the fragment overview-group needs a group ID (groups: %1)").arg(groupIds(ic)));
         XmlGroup* group = groupById(ic, argument);
         if (!group)
             return fragmentError(
@@ -350,7 +360,7 @@ LatexFragment latexFragment(const InputFile& input, const QString& name, const Q
         return moduleFragment(module, name, argument);
     if (XmlProductIC* ic = input.ic())
         return icFragment(ic, name, argument);
-    return fragmentError(QStringLiteral("kivtool: an ESI file has no LaTeX fragments; use 'kivtool json'"));
+    return fragmentError(QStringLiteral("kivtool: an ESI file has no LaTeX fragments; use 'kivtool json'"), 1);
 }
 
 QString latexManual(const InputFile& input)

@@ -11,6 +11,7 @@ struct LatexFragment
     bool ok = false;
     QString text;
     QString error;
+    int exitCode = 2; ///< for an error: 2 when the command line names what the file does not have
 };
 
 /// The fragment names a file of this kind offers, with their argument where they take one.

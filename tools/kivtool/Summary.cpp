@@ -31,12 +31,17 @@ namespace {
 
 QString line(const char* label, const QString& value)
 {
-    return QStringLiteral("%1 %2").arg(QLatin1String(label) + QLatin1Char(':'), -22).arg(value);
+    return QString(QLatin1String(label) + QLatin1Char(':')).leftJustified(22) + QLatin1Char(' ') + value;
 }
 
 QString line(const char* label, qsizetype count)
 {
     return line(label, QString::number(count));
+}
+
+QString hex8(unsigned int value)
+{
+    return QString::number(value, 16).rightJustified(8, QLatin1Char('0'));
 }
 
 /// Item count of a container that may be missing.
@@ -52,12 +57,14 @@ void summariseModule(XmlProductModule* module, QStringList& lines)
     for (XmlAxisParameters* block : qAsConst(*module->getAxisParameters())) {
         if (block)
             lines << line("Axis parameters",
-                QStringLiteral("%1 (axis %2)").arg(block->getAxisParameter()->size()).arg(block->getAxis()));
+                QString::number(block->getAxisParameter()->size()) + QStringLiteral(" (axis ")
+                    + QString::number(block->getAxis()) + QLatin1Char(')'));
     }
     for (XmlGlobalParameters* bank : qAsConst(*module->getGlobalParameters())) {
         if (bank)
             lines << line("Global parameters",
-                QStringLiteral("%1 (bank %2)").arg(bank->getGlobalParameter()->size()).arg(bank->getBank()));
+                QString::number(bank->getGlobalParameter()->size()) + QStringLiteral(" (bank ")
+                    + QString::number(bank->getBank()) + QLatin1Char(')'));
     }
     lines << line("Digital inputs", countOf(module->getDigitalInputs(), &XmlDigitalInputs::getDigitalInputs))
           << line("Analog inputs", countOf(module->getAnalogInputs(), &XmlAnalogInputs::getAnalogInputs))
@@ -107,15 +114,14 @@ void summariseIC(XmlProductIC* ic, QStringList& lines)
     lines << line("Registers", registers) << line("Register groups", groups) << line("Variants", variants)
           << line("Fields", fields)
           << line("Pins",
-                 packaging.isEmpty() ? QString::number(pins) : QStringLiteral("%1 (%2)").arg(pins).arg(packaging))
+                 packaging.isEmpty() ? QString::number(pins)
+                                     : QString::number(pins) + QStringLiteral(" (") + packaging + QLatin1Char(')'))
           << line("Pin groups", pinGroups);
     if (XmlDatabase* database = ic->database())
         lines << line("Database",
             QStringLiteral("R_Sense %1, V_SRTL %2, V_SRTH %3, offset %4")
-                .arg(database->getRSense())
-                .arg(database->getVSRTL())
-                .arg(database->getVSRTH())
-                .arg(database->getOffset() ? 1 : 0));
+                .arg(QString::number(database->getRSense()), QString::number(database->getVSRTL()),
+                    QString::number(database->getVSRTH()), QString::number(database->getOffset() ? 1 : 0)));
     else
         lines << line("Database", QStringLiteral("no"));
 }
@@ -123,7 +129,8 @@ void summariseIC(XmlProductIC* ic, QStringList& lines)
 void summariseESI(XmlEtherCATInfo* info, QStringList& lines)
 {
     if (ESIXmlVendor* vendor = info->getVendor())
-        lines << line("Vendor", QStringLiteral("%1 (id %2)").arg(vendor->getName()).arg(vendor->id()));
+        lines << line(
+            "Vendor", vendor->getName() + QStringLiteral(" (id ") + QString::number(vendor->id()) + QLatin1Char(')'));
     else
         lines << line("Vendor", QStringLiteral("none"));
     QStringList deviceLines;
@@ -139,10 +146,8 @@ void summariseESI(XmlEtherCATInfo* info, QStringList& lines)
                     objects += profile->getDictionary()->getObjects().size();
             }
             deviceLines << QStringLiteral("  %1  product code 0x%2  revision 0x%3  objects %4")
-                               .arg(device->getName())
-                               .arg(device->getProductCode(), 8, 16, QLatin1Char('0'))
-                               .arg(device->getRevisionNo(), 8, 16, QLatin1Char('0'))
-                               .arg(objects);
+                               .arg(device->getName(), hex8(device->getProductCode()), hex8(device->getRevisionNo()),
+                                   QString::number(objects));
         }
     }
     lines << line("Devices", deviceLines.size());

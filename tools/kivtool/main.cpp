@@ -1,23 +1,20 @@
 // kivtool: opens a product description or ESI file and writes its summary, debug text, HTML page,
 // LaTeX fragments or manual, or JSON export.
 
+#include "Arguments.h"
 #include "HtmlOutput.h"
 #include "InputFile.h"
 #include "LatexOutput.h"
+#include "Output.h"
 #include "Summary.h"
 
 #include "esi/XmlEtherCATInfo.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QTextStream>
-
-#include <cstdio>
 
 namespace {
 
@@ -28,27 +25,14 @@ void messageHandler(QtMsgType type, const QMessageLogContext&, const QString& me
 {
     if (type == QtDebugMsg && !g_verbose)
         return;
-    std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
+    fail(0, message);
 }
 
-int fail(int exitCode, const QString& message)
+int usageError(const QString& message, const QString& command = QString())
 {
-    std::fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
-    return exitCode;
-}
-
-/// Writes to `path`, or to stdout when it is empty. 0 on success, 2 with a message otherwise.
-int writeOutput(const QString& text, const QString& path)
-{
-    const QByteArray bytes = text.toUtf8();
-    if (path.isEmpty()) {
-        std::fwrite(bytes.constData(), 1, size_t(bytes.size()), stdout);
-        return std::fflush(stdout) == 0 ? 0 : fail(2, QStringLiteral("kivtool: cannot write to standard output"));
-    }
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(bytes) != bytes.size())
-        return fail(2, QStringLiteral("kivtool: cannot write %1: %2").arg(path, file.errorString()));
-    return 0;
+    const QString hint
+        = command.isEmpty() ? QStringLiteral("kivtool --help") : QStringLiteral("kivtool help ") + command;
+    return fail(2, QStringLiteral("kivtool: ") + message + QStringLiteral("\nTry '") + hint + QStringLiteral("'."));
 }
 
 QString withNewline(QString text)
@@ -58,40 +42,46 @@ QString withNewline(QString text)
     return text;
 }
 
-int runLatex(const InputFile& input, const QString& fragmentName, const QStringList& rest, const QString& output)
+int runLatex(const InputFile& input, const Arguments& arguments)
 {
-    if (fragmentName.isEmpty())
-        return fail(2,
-            QStringLiteral("kivtool: latex needs --fragment NAME; this file offers: %1")
-                .arg(latexFragmentNames(input).join(QLatin1String(", "))));
-    const LatexFragment result = latexFragment(input, fragmentName, rest.value(0));
+    const QString output = arguments.value(QStringLiteral("output"));
+    if (!arguments.isSet(QStringLiteral("fragment")))
+        return usageError(QStringLiteral("latex needs --fragment <name>; this file offers: ")
+                + latexFragmentNames(input).join(QLatin1String(", ")),
+            QStringLiteral("latex"));
+    const LatexFragment result
+        = latexFragment(input, arguments.value(QStringLiteral("fragment")), arguments.operands.value(1));
     if (!result.ok)
-        return fail(1, result.error);
+        return fail(result.exitCode, result.error);
     return writeOutput(withNewline(result.text), output);
 }
 
-int runManual(const InputFile& input, const QString& directory, bool pdf)
+int runManual(const InputFile& input, const Arguments& arguments)
 {
+    const QString directory = arguments.value(QStringLiteral("output"));
     if (directory.isEmpty())
-        return fail(2, QStringLiteral("kivtool: manual needs -o DIR"));
+        return usageError(QStringLiteral("manual needs -o <dir>"), QStringLiteral("manual"));
     const QString document = latexManual(input);
     if (document.isEmpty())
-        return fail(1, QStringLiteral("kivtool: %1: an ESI file has no manual; use 'kivtool json'").arg(input.path()));
+        return fail(1,
+            QStringLiteral("kivtool: ") + input.path()
+                + QStringLiteral(": an ESI file has no manual; use 'kivtool json'"));
     if (!QDir().mkpath(directory))
-        return fail(2, QStringLiteral("kivtool: cannot create directory %1").arg(directory));
-    const QString texPath
-        = QDir(directory).filePath(QFileInfo(input.path()).completeBaseName() + QLatin1String(".tex"));
-    if (const int status = writeOutput(document, texPath))
+        return fail(2, QStringLiteral("kivtool: cannot create directory ") + directory);
+    const QString baseName = input.path() == QLatin1String("<stdin>") ? QStringLiteral("stdin")
+                                                                      : QFileInfo(input.path()).completeBaseName();
+    const QString texPath = QDir(directory).filePath(baseName + QLatin1String(".tex"));
+    if (const int status = writeFile(texPath, document.toUtf8()))
         return status;
-    std::printf("%s\n", QDir::toNativeSeparators(texPath).toLocal8Bit().constData());
-    if (!pdf)
+    if (const int status = writeStandardOutput(QDir::toNativeSeparators(texPath) + QLatin1Char('\n')))
+        return status;
+    if (!arguments.isSet(QStringLiteral("pdf")))
         return 0;
     QString message;
     if (!typesetPdf(texPath, &message))
         return fail(1, message);
     const QString pdfPath = texPath.left(texPath.size() - 4) + QLatin1String(".pdf");
-    std::printf("%s\n", QDir::toNativeSeparators(pdfPath).toLocal8Bit().constData());
-    return 0;
+    return writeStandardOutput(QDir::toNativeSeparators(pdfPath) + QLatin1Char('\n'));
 }
 
 int runJson(const InputFile& input, const QString& output)
@@ -99,24 +89,47 @@ int runJson(const InputFile& input, const QString& output)
     XmlEtherCATInfo* info = input.esi();
     if (!info)
         return fail(1,
-            QStringLiteral("kivtool: %1: JSON export is for ESI files, not for %2 files (try 'dump')")
-                .arg(input.path(), input.kindName()));
+            QStringLiteral("kivtool: ") + input.path() + QStringLiteral(": JSON export is for ESI files, not for ")
+                + input.kindName() + QStringLiteral(" files (try 'dump')"));
     QJsonObject json;
     info->toJson(json);
     return writeOutput(QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Indented)), output);
 }
 
-const char* const kCommands = "Commands:\n"
-                              "  info FILE                          what the file holds, in a few lines\n"
-                              "  dump FILE                          the model's debug text\n"
-                              "  html FILE [-o OUT]                 the product's HTML page\n"
-                              "  latex FILE --fragment NAME [ARG]   one LaTeX fragment:\n"
-                              "      module: header, axis, global BANK, ios KIND, canopen\n"
-                              "              (KIND: digital-inputs, analog-inputs, digital-outputs-sio,\n"
-                              "               digital-outputs-gio)\n"
-                              "      IC:     regmap, regmap-defaults, overview, overview-group ID\n"
-                              "  manual FILE -o DIR [--pdf]         a standalone LaTeX manual, typeset with --pdf\n"
-                              "  json FILE [-o OUT]                 the ESI file as JSON\n";
+int run(const Arguments& arguments)
+{
+    const QString& command = arguments.command;
+    if (arguments.operands.isEmpty())
+        return usageError(command + QStringLiteral(" needs a FILE"), command);
+    if (command != QLatin1String("latex") && arguments.operands.size() > 1)
+        return usageError(QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(1)), command);
+    if (command == QLatin1String("latex") && arguments.operands.size() > 2)
+        return usageError(QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(2)), command);
+
+    LoadError error;
+    const std::unique_ptr<InputFile> input = InputFile::load(arguments.operands.first(), &error);
+    if (!input)
+        return fail(error.exitCode, error.message);
+
+    const QString output = arguments.value(QStringLiteral("output"));
+    if (command == QLatin1String("info"))
+        return writeOutput(summaryText(*input), output);
+    if (command == QLatin1String("dump"))
+        return writeOutput(withNewline(input->debugText()), output);
+    if (command == QLatin1String("html")) {
+        const QString html = htmlDocument(*input);
+        if (html.isEmpty())
+            return fail(1,
+                QStringLiteral("kivtool: ") + input->path()
+                    + QStringLiteral(": an ESI file has no HTML page; use 'kivtool json'"));
+        return writeOutput(html, output);
+    }
+    if (command == QLatin1String("latex"))
+        return runLatex(*input, arguments);
+    if (command == QLatin1String("manual"))
+        return runManual(*input, arguments);
+    return runJson(*input, output);
+}
 
 } // namespace
 
@@ -127,57 +140,32 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationName(QStringLiteral("kivtool"));
     QCoreApplication::setApplicationVersion(QStringLiteral(KIVTOOL_VERSION));
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Reads product description files (module or IC) and ESI files.\n\n") + QLatin1String(kCommands));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption outputOption({QStringLiteral("o"), QStringLiteral("output")},
-        QStringLiteral("Write to FILE (for manual: into DIR) instead of standard output."), QStringLiteral("path"));
-    const QCommandLineOption fragmentOption(
-        QStringLiteral("fragment"), QStringLiteral("The LaTeX fragment to write."), QStringLiteral("name"));
-    const QCommandLineOption pdfOption(QStringLiteral("pdf"), QStringLiteral("Also typeset the manual with pdflatex."));
-    const QCommandLineOption verboseOption(
-        QStringLiteral("verbose"), QStringLiteral("Show what the parser skipped or did not recognise."));
-    parser.addOptions({outputOption, fragmentOption, pdfOption, verboseOption});
-    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("info, dump, html, latex, manual or json."));
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("The file to read."));
-    parser.addPositionalArgument(
-        QStringLiteral("argument"), QStringLiteral("The fragment's argument."), QStringLiteral("[argument]"));
-    parser.process(app);
-    g_verbose = parser.isSet(verboseOption);
+    QStringList rest = QCoreApplication::arguments();
+    rest.removeFirst();
+    const Arguments arguments = parseArguments(rest);
+    g_verbose = arguments.verbose;
 
-    QStringList positional = parser.positionalArguments();
-    if (positional.size() < 2)
-        return fail(2, QStringLiteral("kivtool: a command and a file are needed\n\n") + parser.helpText());
-    const QString command = positional.takeFirst();
-    static const QStringList commands {QStringLiteral("info"), QStringLiteral("dump"), QStringLiteral("html"),
-        QStringLiteral("latex"), QStringLiteral("manual"), QStringLiteral("json")};
-    if (!commands.contains(command))
-        return fail(2, QStringLiteral("kivtool: unknown command \"%1\"\n\n%2").arg(command, QLatin1String(kCommands)));
-    const QString path = positional.takeFirst();
-    if (command != QLatin1String("latex") && !positional.isEmpty())
-        return fail(2, QStringLiteral("kivtool: unexpected argument \"%1\"").arg(positional.first()));
-
-    LoadError error;
-    const std::unique_ptr<InputFile> input = InputFile::load(path, &error);
-    if (!input)
-        return fail(error.exitCode, error.message);
-
-    const QString output = parser.value(outputOption);
-    if (command == QLatin1String("info"))
-        return writeOutput(summaryText(*input), output);
-    if (command == QLatin1String("dump"))
-        return writeOutput(withNewline(input->debugText()), output);
-    if (command == QLatin1String("html")) {
-        const QString html = htmlDocument(*input);
-        if (html.isEmpty())
-            return fail(1, QStringLiteral("kivtool: %1: an ESI file has no HTML page; use 'kivtool json'").arg(path));
-        return writeOutput(html, output);
+    if (arguments.version)
+        return writeStandardOutput(QStringLiteral("kivtool ") + QStringLiteral(KIVTOOL_VERSION) + QLatin1Char('\n'));
+    if (arguments.command == QLatin1String("help")) {
+        if (arguments.operands.isEmpty())
+            return writeStandardOutput(generalHelp());
+        const Command* topic = findCommand(arguments.operands.first());
+        if (!topic)
+            return usageError(QStringLiteral("no command ") + quoted(arguments.operands.first()));
+        return writeStandardOutput(commandHelp(*topic));
     }
-    if (command == QLatin1String("latex"))
-        return runLatex(*input, parser.value(fragmentOption), positional, output);
-    if (command == QLatin1String("manual"))
-        return runManual(*input, output, parser.isSet(pdfOption));
-    return runJson(*input, output);
+    const Command* command = findCommand(arguments.command);
+    if (arguments.command.isEmpty() && !arguments.error.isEmpty())
+        return usageError(arguments.error);
+    if (arguments.command.isEmpty())
+        return arguments.help ? writeStandardOutput(generalHelp())
+                              : usageError(QStringLiteral("a command and a file are needed"));
+    if (!command)
+        return usageError(QStringLiteral("unknown command ") + quoted(arguments.command));
+    if (!arguments.error.isEmpty())
+        return usageError(arguments.error, arguments.command);
+    if (arguments.help)
+        return writeStandardOutput(commandHelp(*command));
+    return run(arguments);
 }

@@ -1,0 +1,230 @@
+#include "Arguments.h"
+
+namespace {
+
+/// An option as the help shows it. `id` is what commands list; several ids may share one spelling (the
+/// output of "manual" is a folder, every other output a file).
+struct Option
+{
+    const char* id;
+    const char* longName;
+    char shortName; ///< 0: none
+    const char* valueName; ///< null: a switch
+    const char* description;
+};
+
+const Option kOptions[] = {
+    {"output", "output", 'o', "path", "Write to <path> instead of standard output."},
+    {"output-dir", "output", 'o', "dir", "Write the manual into the folder <dir> (created when missing)."},
+    {"fragment", "fragment", 0, "name", "The LaTeX fragment <name> to write."},
+    {"pdf", "pdf", 0, nullptr, "Also typeset the manual with pdflatex."},
+};
+
+const Option kCommonOptions[] = {
+    {"verbose", "verbose", 0, nullptr, "Show what the parser skipped or did not recognise."},
+    {"help", "help", 'h', nullptr, "Show this help."},
+};
+
+const Option* findOption(const QString& id)
+{
+    for (const Option& option : kOptions) {
+        if (id == QLatin1String(option.id))
+            return &option;
+    }
+    return nullptr;
+}
+
+/// The option of `command` spelled `name` (long name, or one letter), or null.
+const Option* optionOf(const Command* command, const QString& name, bool isShort)
+{
+    if (!command)
+        return nullptr;
+    for (const QString& id : command->options) {
+        const Option* option = findOption(id);
+        if (option
+            && (isShort ? name.size() == 1 && option->shortName == name.at(0).toLatin1()
+                        : name == QLatin1String(option->longName)))
+            return option;
+    }
+    return nullptr;
+}
+
+QString dashed(const QString& name, bool isShort)
+{
+    return (isShort ? QStringLiteral("-") : QStringLiteral("--")) + name;
+}
+
+QString optionLabel(const Option& option)
+{
+    QString label = option.shortName ? QStringLiteral("-") + QLatin1Char(option.shortName) + QStringLiteral(", ")
+                                     : QStringLiteral("    ");
+    label += QStringLiteral("--") + QLatin1String(option.longName);
+    if (option.valueName)
+        label += QStringLiteral(" <") + QLatin1String(option.valueName) + QLatin1Char('>');
+    return label;
+}
+
+QString optionLines(const QList<const Option*>& options)
+{
+    QString lines;
+    for (const Option* option : options)
+        lines += QStringLiteral("  ") + optionLabel(*option).leftJustified(24) + QStringLiteral("  ")
+            + QLatin1String(option->description) + QLatin1Char('\n');
+    return lines;
+}
+
+QList<const Option*> commonOptions()
+{
+    QList<const Option*> options;
+    for (const Option& option : kCommonOptions)
+        options << &option;
+    return options;
+}
+
+} // namespace
+
+QString Arguments::value(const QString& option) const
+{
+    const QStringList given = values.value(option);
+    return given.isEmpty() ? QString() : given.last();
+}
+
+const QList<Command>& commands()
+{
+    static const QList<Command> list {
+        {"info", "info FILE [-o <path>]", "what the file holds, in a few lines",
+            "Writes the file's kind, name and version and the sizes of its parts.",
+            "kivtool info examples/ic/kiv-ic-example.xml", {QStringLiteral("output")}},
+        {"dump", "dump FILE [-o <path>]", "the model's debug text",
+            "Writes the debug text of the parsed model: every element the parser kept, indented by level.",
+            "kivtool dump examples/module/kiv-module-example.xml | less", {QStringLiteral("output")}},
+        {"html", "html FILE [-o <path>]", "the product's HTML page",
+            "Writes the product's HTML page as a complete UTF-8 document.",
+            "kivtool html examples/ic/kiv-ic-example.xml -o kiv-ic.html", {QStringLiteral("output")}},
+        {"latex", "latex FILE --fragment <name> [ARG] [-o <path>]", "one LaTeX fragment of the manual",
+            "Writes one LaTeX fragment as the library generates it for the hand-written manual.\n"
+            "  module: header, axis, global BANK, ios KIND, canopen\n"
+            "          (KIND: digital-inputs, analog-inputs, digital-outputs-sio, digital-outputs-gio)\n"
+            "  IC:     regmap, regmap-defaults, overview, overview-group ID",
+            "kivtool latex examples/module/kiv-module-example.xml --fragment global 2",
+            {QStringLiteral("fragment"), QStringLiteral("output")}},
+        {"manual", "manual FILE -o <dir> [--pdf]", "a standalone LaTeX manual, typeset with --pdf",
+            "Writes a standalone LaTeX manual of a module or an IC into <dir> and, with --pdf, typesets it with "
+            "pdflatex. Prints the paths it wrote.",
+            "kivtool manual examples/ic/kiv-ic-example.xml -o manual --pdf",
+            {QStringLiteral("output-dir"), QStringLiteral("pdf")}},
+        {"json", "json FILE [-o <path>]", "the model as JSON",
+            "Writes the parsed model as pretty-printed JSON: ESI files as docs/esi-json.md describes.",
+            "kivtool json examples/esi/kiv-vendor-esi.xml | jq '.VID'", {QStringLiteral("output")}},
+    };
+    return list;
+}
+
+const Command* findCommand(const QString& name)
+{
+    for (const Command& command : commands()) {
+        if (name == QLatin1String(command.name))
+            return &command;
+    }
+    return nullptr;
+}
+
+Arguments parseArguments(const QStringList& arguments)
+{
+    Arguments result;
+    const Command* command = nullptr;
+    bool optionsEnded = false;
+    for (int index = 0; index < arguments.size() && result.error.isEmpty(); ++index) {
+        const QString& argument = arguments.at(index);
+        const bool isOption = !optionsEnded && argument.size() > 1 && argument.startsWith(QLatin1Char('-'));
+        if (!isOption) {
+            if (result.command.isEmpty()) {
+                result.command = argument;
+                command = findCommand(argument);
+            } else {
+                result.operands << argument;
+            }
+            continue;
+        }
+        if (argument == QLatin1String("--")) {
+            optionsEnded = true;
+            continue;
+        }
+        const bool isShort = !argument.startsWith(QLatin1String("--"));
+        QString name = argument.mid(isShort ? 1 : 2);
+        QString inlineValue;
+        bool hasInlineValue = false;
+        if (isShort && name.size() > 1) { // -oFILE
+            inlineValue = name.mid(1);
+            hasInlineValue = true;
+            name.truncate(1);
+        } else if (!isShort && name.contains(QLatin1Char('='))) { // --output=FILE
+            inlineValue = name.section(QLatin1Char('='), 1);
+            hasInlineValue = true;
+            name = name.section(QLatin1Char('='), 0, 0);
+        }
+        if (name == QLatin1String("help") || (isShort && name == QLatin1String("h"))) {
+            result.help = true;
+        } else if (!isShort && name == QLatin1String("version")) {
+            result.version = true;
+        } else if (!isShort && name == QLatin1String("verbose")) {
+            result.verbose = true;
+        } else if (const Option* option = optionOf(command, name, isShort)) {
+            const QString key = QLatin1String(option->longName);
+            if (!option->valueName) {
+                if (hasInlineValue)
+                    result.error
+                        = QStringLiteral("option ") + dashed(name, isShort) + QStringLiteral(" takes no value");
+                else if (!result.values.contains(key))
+                    result.values.insert(key, QStringList());
+            } else if (hasInlineValue) {
+                result.values[key] << inlineValue;
+            } else if (index + 1 < arguments.size()) {
+                result.values[key] << arguments.at(++index);
+            } else {
+                result.error = QStringLiteral("option ") + dashed(name, isShort) + QStringLiteral(" needs a value <")
+                    + QLatin1String(option->valueName) + QLatin1Char('>');
+            }
+        } else if (command) {
+            result.error = QStringLiteral("the ") + QLatin1String(command->name)
+                + QStringLiteral(" command has no option ") + dashed(name, isShort);
+        } else {
+            result.error = QStringLiteral("unknown option ") + dashed(name, isShort);
+        }
+    }
+    return result;
+}
+
+QString generalHelp()
+{
+    QString help = QStringLiteral("Usage: kivtool COMMAND FILE [OPTIONS]\n"
+                                  "       kivtool help COMMAND\n\n"
+                                  "Reads product description files (module or IC) and ESI files.\n\n"
+                                  "Commands:\n");
+    for (const Command& command : commands())
+        help += QStringLiteral("  ") + QString::fromLatin1(command.synopsis).leftJustified(48) + QStringLiteral("  ")
+            + QLatin1String(command.summary) + QLatin1Char('\n');
+    QList<const Option*> options = commonOptions();
+    const Option version {"version", "version", 0, nullptr, "Show the version of kivtool."};
+    options << &version;
+    help += QStringLiteral("\nOptions of every command:\n") + optionLines(options);
+    help += QStringLiteral("\nFILE may be - for standard input.\n"
+                           "Exit status: 0 done, 1 the file is not one the command can use (malformed, foreign "
+                           "root,\nno model), 2 a file cannot be read or written, or the command line is wrong.\n\n"
+                           "Run 'kivtool help COMMAND' for a command's options and an example.\n");
+    return help;
+}
+
+QString commandHelp(const Command& command)
+{
+    QList<const Option*> options;
+    for (const QString& id : command.options) {
+        if (const Option* option = findOption(id))
+            options << option;
+    }
+    options += commonOptions();
+    QString help = QStringLiteral("Usage: kivtool ") + QLatin1String(command.synopsis) + QStringLiteral("\n\n");
+    help += QLatin1String(command.description) + QStringLiteral("\n\nOptions:\n") + optionLines(options);
+    help += QStringLiteral("\nExample:\n  ") + QLatin1String(command.example) + QLatin1Char('\n');
+    return help;
+}
