@@ -115,7 +115,7 @@ QStringList descriptionLines(XmlValueRegisterField* field, XmlValueInterface* va
     if (value) {
         const XmlValueDescriptions descriptions = value->getValueDescriptions();
         for (auto it = descriptions.constBegin(); it != descriptions.constEnd(); ++it)
-            lines.append(QStringLiteral("%1: %2").arg(it.key()).arg(it.value().first));
+            lines.append(QString::number(it.key()) + QStringLiteral(": ") + it.value().first);
     }
     return lines;
 }
