@@ -12,9 +12,9 @@ file has devices with dictionaries of many objects and large PDO sections. Pytho
 import random
 import sys
 
-WORDS = ("motor current speed ramp limit stall chopper phase coil encoder position velocity threshold "
-         "filter mode enable status flag driver voltage sense offset scale gain timer step microstep "
-         "hold run standstill power temperature").split()
+WORDS = ("motor current speed glide rise fall cruise dwell limit skip bridge phase coil tally position goal "
+         "threshold filter mode enable status flag decay voltage sense offset scale gain timer step table "
+         "hold run mark power heat").split()
 
 
 def words(rng, count):
@@ -141,7 +141,7 @@ def write_module(out, target, rng):
         out.write("    </canopen_object>\n")
         index += 1
     out.write('    <drive_configuration id="0x01" name="default">\n        <drive_ap_settings name="Current">\n'
-              '            <drive_ap_setting type="6" value="128"/>\n        </drive_ap_settings>\n'
+              '            <drive_ap_setting type="30" value="96"/>\n        </drive_ap_settings>\n'
               "    </drive_configuration>\n    <pin_map>\n        <pin_mapping pin_ic=\"1\" pin_board=\"3\"/>\n"
               "    </pin_map>\n    <database>\n        <value_db name=\"R_Sense\" value=\"110\"/>\n    </database>\n"
               "</product_module>\n")
