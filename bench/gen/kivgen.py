@@ -83,8 +83,8 @@ def write_ic(out, target, rng):
         for pin in range(6):
             out.write(f'\t\t\t<pin number="{group * 6 + pin + 1}" name="P{group}_{pin}" description="{words(rng, 4)}"/>\n')
         out.write("\t\t</pin_group>\n")
-    out.write('\t</pins>\n\t<database name="db" for="KIVGEN">\n\t\t<value_db name="R_Sense" value="110"/>\n'
-              '\t\t<value_db name="V_SRTL" value="180"/>\n\t\t<value_db name="V_SRTH" value="325"/>\n'
+    out.write('\t</pins>\n\t<database name="db" for="KIVGEN">\n\t\t<value_db name="R_Sense" value="220"/>\n'
+              '\t\t<value_db name="V_SRTL" value="165"/>\n\t\t<value_db name="V_SRTH" value="310"/>\n'
               '\t\t<value_bool2 name="offset" value="true"/>\n\t</database>\n</product_ic>\n')
 
 
@@ -143,7 +143,7 @@ def write_module(out, target, rng):
     out.write('    <drive_configuration id="0x01" name="default">\n        <drive_ap_settings name="Current">\n'
               '            <drive_ap_setting type="30" value="96"/>\n        </drive_ap_settings>\n'
               "    </drive_configuration>\n    <pin_map>\n        <pin_mapping pin_ic=\"1\" pin_board=\"3\"/>\n"
-              "    </pin_map>\n    <database>\n        <value_db name=\"R_Sense\" value=\"110\"/>\n    </database>\n"
+              "    </pin_map>\n    <database>\n        <value_db name=\"R_Sense\" value=\"150\"/>\n    </database>\n"
               "</product_module>\n")
 
 

@@ -166,10 +166,10 @@ void TestIcExample::database_data()
     QTest::newRow("none") << QByteArray()
                           << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 0\nV_SRTL: 0\nV_SRTH: 0\noffset: 0\n}";
     QTest::newRow("all") << QByteArray(
-        "<value_db name=\"R_Sense\" value=\"110\"/><value_db name=\"V_SRTL\" value=\"180\"/>"
-        "<value_db name=\"V_SRTH\" value=\"1\"/><value_db name=\"V_SRTH\" value=\"325\"/>"
+        "<value_db name=\"R_Sense\" value=\"220\"/><value_db name=\"V_SRTL\" value=\"165\"/>"
+        "<value_db name=\"V_SRTH\" value=\"1\"/><value_db name=\"V_SRTH\" value=\"310\"/>"
         "<value_bool2 name=\"anything\" value=\"true\"/>")
-                         << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 110\nV_SRTL: 180\nV_SRTH: 325\noffset: 1\n}";
+                         << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 220\nV_SRTL: 165\nV_SRTH: 310\noffset: 1\n}";
     QTest::newRow("name case matters")
         << QByteArray("<value_db name=\"r_sense\" value=\"5\"/>"
                       "<value_bool2 value=\"true\"/><value_bool2 value=\"True\"/>")

@@ -212,14 +212,14 @@ void TestModuleProduct::tokenAdvanceBeforePinMapAndDatabase()
     LogCapture log;
     auto module = parseModule("<product_module>"
                               "<pin_map><pin_mapping pin_ic=\"1\"/>\n<pin_mapping pin_ic=\"2\"/></pin_map>"
-                              "<database name=\"unseen\">\n<value_db name=\"V_SRTH\" value=\"325\"/></database>"
+                              "<database name=\"unseen\">\n<value_db name=\"V_SRTH\" value=\"305\"/></database>"
                               "</product_module>");
     QVERIFY(module);
     // Without character data after "<pin_map>" the advance lands on the first mapping, which is passed over.
     QCOMPARE(module->getPinMap()->getPinMappings()->size(), 1);
     QCOMPARE(module->getPinMap()->getPinMappings()->first()->getPinIc(), 2u);
     QCOMPARE(module->getDatabase()->getName(), QString());
-    QCOMPARE(module->getDatabase()->getVSRTH(), 325u);
+    QCOMPARE(module->getDatabase()->getVSRTH(), 305u);
 }
 
 void TestModuleProduct::pinMapOutlivesModule()
