@@ -12,9 +12,9 @@ file has devices with dictionaries of many objects and large PDO sections. Pytho
 import random
 import sys
 
-WORDS = ("motor current speed ramp limit stall chopper phase coil encoder position velocity threshold "
-         "filter mode enable status flag driver voltage sense offset scale gain timer step microstep "
-         "hold run standstill power temperature").split()
+WORDS = ("motor current speed glide rise fall cruise dwell limit skip bridge phase coil tally position goal "
+         "threshold filter mode enable status flag decay voltage sense offset scale gain timer step table "
+         "hold run mark power heat").split()
 
 
 def words(rng, count):
@@ -83,8 +83,8 @@ def write_ic(out, target, rng):
         for pin in range(6):
             out.write(f'\t\t\t<pin number="{group * 6 + pin + 1}" name="P{group}_{pin}" description="{words(rng, 4)}"/>\n')
         out.write("\t\t</pin_group>\n")
-    out.write('\t</pins>\n\t<database name="db" for="KIVGEN">\n\t\t<value_db name="R_Sense" value="110"/>\n'
-              '\t\t<value_db name="V_SRTL" value="180"/>\n\t\t<value_db name="V_SRTH" value="325"/>\n'
+    out.write('\t</pins>\n\t<database name="db" for="KIVGEN">\n\t\t<value_db name="R_Sense" value="220"/>\n'
+              '\t\t<value_db name="V_SRTL" value="165"/>\n\t\t<value_db name="V_SRTH" value="310"/>\n'
               '\t\t<value_bool2 name="offset" value="true"/>\n\t</database>\n</product_ic>\n')
 
 
@@ -141,9 +141,9 @@ def write_module(out, target, rng):
         out.write("    </canopen_object>\n")
         index += 1
     out.write('    <drive_configuration id="0x01" name="default">\n        <drive_ap_settings name="Current">\n'
-              '            <drive_ap_setting type="6" value="128"/>\n        </drive_ap_settings>\n'
+              '            <drive_ap_setting type="30" value="96"/>\n        </drive_ap_settings>\n'
               "    </drive_configuration>\n    <pin_map>\n        <pin_mapping pin_ic=\"1\" pin_board=\"3\"/>\n"
-              "    </pin_map>\n    <database>\n        <value_db name=\"R_Sense\" value=\"110\"/>\n    </database>\n"
+              "    </pin_map>\n    <database>\n        <value_db name=\"R_Sense\" value=\"150\"/>\n    </database>\n"
               "</product_module>\n")
 
 

@@ -55,14 +55,14 @@ void TestIcExample::cleanupTestCase()
 
 void TestIcExample::model()
 {
-    QCOMPARE(m_ic->name(), QStringLiteral("KIV2130"));
+    QCOMPARE(m_ic->name(), QStringLiteral("KIV5Q7"));
     QCOMPARE(m_ic->mainDescription()->size(), 3);
-    QVERIFY(m_ic->mainDescription()->at(1).startsWith(QLatin1String("Step & Direction")));
+    QVERIFY(m_ic->mainDescription()->at(1).startsWith(QLatin1String("Serial host link & pulse/direction")));
     XmlRegisterSet* set = m_ic->registerSet();
     QVERIFY(set);
     QCOMPARE(set->getGroups()->size(), 6);
-    QCOMPARE(set->getRegisters()->size(), 46);
-    QCOMPARE(set->getRegistersMap()->size(), 46);
+    QCOMPARE(set->getRegisters()->size(), 48);
+    QCOMPARE(set->getRegistersMap()->size(), 48);
     QSet<int> sizes;
     int fields = 0;
     for (XmlValueRegister* reg : *set->getRegisters()) {
@@ -76,7 +76,7 @@ void TestIcExample::model()
             }
         }
     }
-    QCOMPARE(fields, 121);
+    QCOMPARE(fields, 127);
     QCOMPARE(sizes, QSet<int>({8, 16, 32}));
     QSet<QString> kinds;
     int alerts = 0;
@@ -91,7 +91,7 @@ void TestIcExample::model()
     QCOMPARE(kinds, QSet<QString>({"Signed", "Unsigned", "Bool", "Choice", "Date", "Time", "Version", "ASCII"}));
     QCOMPARE(alerts, 8);
     QVERIFY(m_ic->pins());
-    QCOMPARE(m_ic->pins()->getPackaging(), QStringLiteral("QFN36"));
+    QCOMPARE(m_ic->pins()->getPackaging(), QStringLiteral("LGA30"));
     QCOMPARE(m_ic->pins()->getPinGroups()->size(), 4);
     int pins = 0;
     for (XmlPinGroup* group : *m_ic->pins()->getPinGroups())
@@ -102,7 +102,7 @@ void TestIcExample::model()
 void TestIcExample::variantsAndImpacts()
 {
     XmlRegisterSet* set = m_ic->registerSet();
-    XmlValueRegister* selector = set->getRegister(0x6B);
+    XmlValueRegister* selector = set->getRegister(0x90);
     QVERIFY(selector);
     const QList<XmlRegisterVariantImpacts*>& impacts = *selector->getRegisterVariants()->first()->getImpacts();
     QCOMPARE(impacts.size(), 3);
@@ -112,49 +112,51 @@ void TestIcExample::variantsAndImpacts()
         QCOMPARE(dependent->getRegisterVariants()->size(), 2);
         for (XmlRegisterVariant* variant : *dependent->getRegisterVariants()) {
             QCOMPARE(variant->getImpactedsBy()->size(), 1);
-            QCOMPARE(variant->getImpactedsBy()->first()->getAddress(), 0x6Bu);
+            QCOMPARE(variant->getImpactedsBy()->first()->getAddress(), 0x90u);
         }
     }
-    XmlRegisterVariant* stealth = set->getRegister(0x70)->getRegisterVariants()->at(1);
-    QCOMPARE(stealth->getName(), QStringLiteral("Quiet stealth & stall"));
-    QCOMPARE(stealth->getImpactedsBy()->first()->getRangeFrom(), 2ull);
-    QCOMPARE(stealth->getImpactedsBy()->first()->getMaskValue(), 6ull);
-    // pwm_lim covers bit 31: the casted value is sign-filled
-    XmlValueRegisterField* lim = stealth->getRegisterFields()->last();
-    QCOMPARE(lim->getName(), QStringLiteral("pwm_lim"));
-    QCOMPARE(XmlValueRegisterField::getCastedRegisterFieldValue(lim, int(0xC0000000u)), -4);
-    XmlValueRegisterField* encInt
-        = set->getRegister(0x3A)->getRegisterVariants()->first()->getRegisterFields()->first();
-    QCOMPARE(XmlValueRegisterField::getCastedRegisterFieldValue(encInt, int(0xFFFF0000u)), -1);
+    XmlRegisterVariant* averaged = set->getRegister(0x94)->getRegisterVariants()->at(1);
+    QCOMPARE(averaged->getName(), QStringLiteral("Averaged current & load sense"));
+    QCOMPARE(averaged->getImpactedsBy()->first()->getRangeFrom(), 2ull);
+    QCOMPARE(averaged->getImpactedsBy()->first()->getMaskValue(), 0x30ull);
+    // load_trim covers bit 31: the casted value is sign-filled
+    XmlValueRegisterField* trim = averaged->getRegisterFields()->last();
+    QCOMPARE(trim->getName(), QStringLiteral("load_trim"));
+    QCOMPARE(XmlValueRegisterField::getCastedRegisterFieldValue(trim, int(0xC0000000u)), -4);
+    XmlValueRegisterField* ratioWhole
+        = set->getRegister(0xA2)->getRegisterVariants()->first()->getRegisterFields()->first();
+    QCOMPARE(ratioWhole->getName(), QStringLiteral("ratio_whole"));
+    QCOMPARE(XmlValueRegisterField::getCastedRegisterFieldValue(ratioWhole, int(0xFFFF0000u)), -1);
 }
 
 void TestIcExample::renderings()
 {
     const QString text = m_ic->toString();
-    QVERIFY(text.startsWith(QLatin1String("Product: IC\nName: KIV2130\nVersion: 1.04\n")));
-    QVERIFY(text.contains(QLatin1String("\tXmlValueRegister(address: 108, name: CHOPCONF, size: 32, group: 3)")));
-    QVERIFY(text.contains(QLatin1String("\t\tXmlRegisterVariant(name: Spread chopper), access: RW)")));
+    QVERIFY(text.startsWith(QLatin1String("Product: IC\nName: KIV5Q7\nVersion: 2.11\n")));
+    QVERIFY(text.contains(QLatin1String("\tXmlValueRegister(address: 145, name: BRG_DECAY, size: 32, group: 4)")));
+    QVERIFY(text.contains(QLatin1String("\t\tXmlRegisterVariant(name: Mixed decay), access: RW)")));
     const QString html = m_ic->toHtml();
-    QVERIFY(html.contains(QLatin1String("<td>108 (0x6C)</td>")));
-    QVERIFY(html.contains(QLatin1String("<td>Motor driver</td>\n<td>3</td>")));
+    QVERIFY(html.contains(QLatin1String("<td>145 (0x91)</td>\n<td width=\"10%\">BRG_DECAY</td>")));
+    QVERIFY(html.contains(QLatin1String("<td>Bridge and phase</td>\n<td>4</td>")));
     QVERIFY(html.endsWith(QLatin1String("\n</html>")));
     const QString map = m_ic->toLaTeXRegisterMap();
     QVERIFY(map.contains(
-        QLatin1String("\n\\hexnum{0x6C} & CHOPCONF \\phantomsection \\label{REGISTER:CHOPCONF} & &  \\\\")));
+        QLatin1String("\n\\hexnum{0x91} & BRG\\_DECAY \\phantomsection \\label{REGISTER:BRG-DECAY} & &  \\\\")));
+    QVERIFY(map.contains(
+        QLatin1String("{REGISTER-FIELD:heat-off} & bit(25) & Bridge off by heat (die above 165\\degree C)")));
     QVERIFY(
-        map.contains(QLatin1String("{REGISTER-FIELD:ot} & bit(25) & Overtemperature shutdown (above 150\\degree C)")));
-    QVERIFY(map.contains(QLatin1String("{REGISTER-FIELD:hend} & s4(10:7) & Hysteresis low value (-3 ... 12) \\\\")));
-    QCOMPARE(map.count(QLatin1String("\\hline")), 47);
+        map.contains(QLatin1String("{REGISTER-FIELD:ripple-ofs} & s4(12:9) & Ripple window offset (-8 ... 7) \\\\")));
+    QCOMPARE(map.count(QLatin1String("\\hline")), 49);
     const QString defaults = m_ic->toLaTeXRegisterMapDefaults();
-    QVERIFY(defaults.contains(QLatin1String("RW & 0x\\hexnum{6C} & {\\bf CHOPCONF}")));
+    QVERIFY(defaults.contains(QLatin1String("RW & 0x\\hexnum{91} & {\\bf BRG\\_DECAY}")));
     QVERIFY(defaults.contains(
-        QLatin1String("\\label{REGISTER-FIELD:temp} & 0 & $-$40 & 200 & Junction temperature [\\degree{}C]")));
-    QCOMPARE(defaults.count(QLatin1String("\\label{REGISTER:")), 46);
-    QCOMPARE(m_ic->toLaTeXRegisterOverview().count(QLatin1String("\\hexnum")), 46);
+        QLatin1String("\\label{REGISTER-FIELD:die-temp} & 0 & $-$30 & 210 & Die temperature [\\degree{}C]")));
+    QCOMPARE(defaults.count(QLatin1String("\\label{REGISTER:")), 48);
+    QCOMPARE(m_ic->toLaTeXRegisterOverview().count(QLatin1String("\\hexnum")), 48);
     int grouped = 0;
     for (XmlGroup* group : *m_ic->registerSet()->getGroups())
         grouped += m_ic->toLaTeXRegisterOverviewByGroup(group).count(QLatin1String("\\hexnum"));
-    QCOMPARE(grouped, 46);
+    QCOMPARE(grouped, 48);
 }
 
 void TestIcExample::database_data()
@@ -164,10 +166,10 @@ void TestIcExample::database_data()
     QTest::newRow("none") << QByteArray()
                           << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 0\nV_SRTL: 0\nV_SRTH: 0\noffset: 0\n}";
     QTest::newRow("all") << QByteArray(
-        "<value_db name=\"R_Sense\" value=\"110\"/><value_db name=\"V_SRTL\" value=\"180\"/>"
-        "<value_db name=\"V_SRTH\" value=\"1\"/><value_db name=\"V_SRTH\" value=\"325\"/>"
+        "<value_db name=\"R_Sense\" value=\"220\"/><value_db name=\"V_SRTL\" value=\"165\"/>"
+        "<value_db name=\"V_SRTH\" value=\"1\"/><value_db name=\"V_SRTH\" value=\"310\"/>"
         "<value_bool2 name=\"anything\" value=\"true\"/>")
-                         << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 110\nV_SRTL: 180\nV_SRTH: 325\noffset: 1\n}";
+                         << "XmlDatabase(for:  F, name: N)\n{\nR_Sense: 220\nV_SRTL: 165\nV_SRTH: 310\noffset: 1\n}";
     QTest::newRow("name case matters")
         << QByteArray("<value_db name=\"r_sense\" value=\"5\"/>"
                       "<value_bool2 value=\"true\"/><value_bool2 value=\"True\"/>")
@@ -182,8 +184,8 @@ void TestIcExample::database()
     std::unique_ptr<XmlDatabase> database(KIVXmlParser::parseDatabase(reader));
     QVERIFY(database);
     KIV_COMPARE_TEXT(database->toString(), text);
-    QCOMPARE(m_ic->database()->getRSense(), 110u);
-    QCOMPARE(m_ic->database()->getVSRTH(), 325u);
+    QCOMPARE(m_ic->database()->getRSense(), 220u);
+    QCOMPARE(m_ic->database()->getVSRTH(), 310u);
     QVERIFY(m_ic->database()->getOffset());
 }
 

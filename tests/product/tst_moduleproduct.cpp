@@ -212,14 +212,14 @@ void TestModuleProduct::tokenAdvanceBeforePinMapAndDatabase()
     LogCapture log;
     auto module = parseModule("<product_module>"
                               "<pin_map><pin_mapping pin_ic=\"1\"/>\n<pin_mapping pin_ic=\"2\"/></pin_map>"
-                              "<database name=\"unseen\">\n<value_db name=\"V_SRTH\" value=\"325\"/></database>"
+                              "<database name=\"unseen\">\n<value_db name=\"V_SRTH\" value=\"305\"/></database>"
                               "</product_module>");
     QVERIFY(module);
     // Without character data after "<pin_map>" the advance lands on the first mapping, which is passed over.
     QCOMPARE(module->getPinMap()->getPinMappings()->size(), 1);
     QCOMPARE(module->getPinMap()->getPinMappings()->first()->getPinIc(), 2u);
     QCOMPARE(module->getDatabase()->getName(), QString());
-    QCOMPARE(module->getDatabase()->getVSRTH(), 325u);
+    QCOMPARE(module->getDatabase()->getVSRTH(), 305u);
 }
 
 void TestModuleProduct::pinMapOutlivesModule()
@@ -314,7 +314,7 @@ void TestModuleProduct::exampleFile()
     LogCapture log;
     auto module = parseModule(TestXml::readFile(QStringLiteral(KIVCORE_EXAMPLES_DIR "/module/kiv-module-example.xml")));
     QVERIFY(module);
-    QCOMPARE(module->getName(), QStringLiteral("KIVM-2042"));
+    QCOMPARE(module->getName(), QStringLiteral("KIVD-4307"));
     QCOMPARE(module->getAxisParameters()->size(), 2);
     for (XmlAxisParameters* block : *module->getAxisParameters()) {
         QCOMPARE(block->getAxisParameter()->size(), 57);
@@ -333,36 +333,39 @@ void TestModuleProduct::exampleFile()
     QCOMPARE(module->driveConfigurations()->size(), 2);
     QCOMPARE(int(module->driveConfigurations()->first()->id()), 1);
     QCOMPARE(module->getPinMap()->getPinMappings()->size(), 5);
-    QCOMPARE(module->getDatabase()->getRSense(), 110u);
-    // Every CANopen object was dumped, and nothing in the file is unknown.
+    QCOMPARE(module->getDatabase()->getRSense(), 150u);
+    // Every CANopen object was dumped; the one other message is the offset flag's own parse note, so nothing in
+    // the file is unknown.
+    QCOMPARE(log.texts().size(), 10);
     QCOMPARE(log.matching(QStringLiteral("parseCANopenObject")).size(), 9);
-    QVERIFY(!log.texts().contains(QStringLiteral("test")));
-    QVERIFY(log.matching(QStringLiteral("could not parse")).isEmpty());
+    QVERIFY(log.texts().last().startsWith(QLatin1String("static XmlValueBool2* KIVXmlParser::parseValueBool2")));
 
-    XmlAxisParameter* resolution = module->getAxisParameterValue(1, 140);
+    XmlAxisParameter* resolution = module->getAxisParameterValue(1, 35);
     QVERIFY(resolution);
+    QCOMPARE(resolution->name(), QStringLiteral("Phase resolution"));
     QCOMPARE(resolution->value()->getType(), int(XmlValueTypeChoice));
-    QCOMPARE(resolution->value()->getValueDescriptions().size(), 9);
-    XmlAxisParameter* status = module->getAxisParameterValue(0, QStringLiteral("driver_status"));
+    QCOMPARE(resolution->value()->getValueDescriptions().size(), 8);
+    XmlAxisParameter* status = module->getAxisParameterValue(0, QStringLiteral("bridge_status"));
     QVERIFY(status);
     QCOMPARE(status->value()->getType(), int(XmlValueTypeRegister));
     QCOMPARE(module->getAnalogInputs()->getAnalogInputs()->at(1)->value()->getUnit(), QStringLiteral("[\u00b0C]"));
 
     const QString text = module->toString();
-    QVERIFY(text.contains(QStringLiteral("\nGloblParameters(bank=2\nGlobalParameter(type: 0, name: User variable #0")));
-    QVERIFY(text.contains(QStringLiteral("desc[1]One full revolution is 51200 microsteps, 360\u00b0.")));
+    QVERIFY(
+        text.contains(QStringLiteral("\nGloblParameters(bank=2\nGlobalParameter(type: 100, name: Scratch word #0")));
+    QVERIFY(text.contains(QStringLiteral("desc[1]One motor turn is 25600 phase steps, 360\u00b0.")));
     const QString axes = module->toLaTeXAxisParam();
     QCOMPARE(axes.count(QStringLiteral("\\begin{longtable}")), 2);
     QCOMPARE(axes.count(QStringLiteral("\\end{longtable}")), 1);
-    QVERIFY(axes.contains(QStringLiteral("Energy\\textunderscore saver current minimum")));
+    QVERIFY(axes.contains(QStringLiteral("Load\\textunderscore adapt lowest current")));
     QVERIFY(axes.contains(QStringLiteral("255 is 100\\% of")));
     QVERIFY(module->toLaTeXGlobalParamBank(1).contains(QStringLiteral("in Bank 1}")));
-    QVERIFY(module->toLaTeXIOs(1).contains(QStringLiteral("8 - Driver temperature")));
-    QVERIFY(module->getCANopenObjects()->at(5)->toLatex().contains(QStringLiteral("Driver status\\_register")));
+    QVERIFY(module->toLaTeXIOs(1).contains(QStringLiteral("6 - Bridge temperature")));
+    QVERIFY(module->getCANopenObjects()->at(5)->toLatex().contains(QStringLiteral("Bridge status\\_word")));
     const QString html = module->toHtml();
     QVERIFY(htmlProblem(html).isEmpty());
-    QVERIFY(html.contains(QStringLiteral("<h3>Vostrane configuration for NEMA 23, 56 mm, 2.0 A (id 2)</h3>")));
-    QVERIFY(html.contains(QStringLiteral("<td>Motion</td><td>140</td><td>Microstep resolution</td><td>6</td>")));
+    QVERIFY(html.contains(QStringLiteral("<h3>Vostrane configuration for Long motor, 57 mm, 2.5 A (id 2)</h3>")));
+    QVERIFY(html.contains(QStringLiteral("<td>Motion</td><td>35</td><td>Phase resolution</td><td>6</td>")));
 }
 
 QTEST_GUILESS_MAIN(TestModuleProduct)

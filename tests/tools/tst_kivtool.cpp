@@ -205,13 +205,14 @@ void TestKivtool::summary_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<QStringList>("lines");
     QTest::newRow("module") << kModule
-                            << QStringList {"Kind:                  module", "Name:                  KIVM-2042",
+                            << QStringList {"Kind:                  module", "Name:                  KIVD-4307",
                                    "Axis parameters:       57 (axis 1)", "Global parameters:     10 (bank 2)",
                                    "CANopen objects:       9", "Drive configurations:  2"};
     QTest::newRow("IC") << kIC
-                        << QStringList {"Kind:                  IC", "Registers:             46",
-                               "Register groups:       6", "Pins:                  17 (QFN36)",
-                               "Database:              R_Sense 110, V_SRTL 180, V_SRTH 325, offset 1"};
+                        << QStringList {"Kind:                  IC", "Name:                  KIV5Q7",
+                               "Registers:             48", "Register groups:       6", "Variants:              51",
+                               "Fields:                127", "Pins:                  17 (LGA30)",
+                               "Database:              R_Sense 220, V_SRTL 165, V_SRTH 310, offset 1"};
     QTest::newRow("ESI") << kESI
                          << QStringList {"Kind:                  ESI", "Devices:               2",
                                 "  KIV-1401 Stepper drive, 1 axis  product code 0x00010401  revision 0x00020003  "
@@ -297,8 +298,8 @@ void TestKivtool::htmlIsACompleteDocument_data()
 {
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("title");
-    QTest::newRow("module") << kModule << "KIVM-2042";
-    QTest::newRow("IC") << kIC << "KIV2130";
+    QTest::newRow("module") << kModule << "KIVD-4307";
+    QTest::newRow("IC") << kIC << "KIV5Q7";
     QTest::newRow("module with markup in names")
         << QStringLiteral(KIVCORE_TEST_DATA_DIR "/tools/markup-names.xml") << "A&lt;B&gt; &amp; C";
 }
@@ -340,8 +341,8 @@ void TestKivtool::manualTypesets_data()
     QTest::addColumn<QStringList>("headings");
     QTest::newRow("module") << kModule
                             << QStringList {
-                                   "Axis 1 Parameters of the KIVM-2042 Module", "Global parameters", "CANopen objects"};
-    QTest::newRow("IC") << kIC << QStringList {"KIV2130", "Register map", "Register defaults"};
+                                   "Axis 1 Parameters of the KIVD-4307 Module", "Global parameters", "CANopen objects"};
+    QTest::newRow("IC") << kIC << QStringList {"KIV5Q7", "Register map", "Register defaults"};
 }
 
 /// Every parameter name of a module, or every register name of an IC: the manual must show them all.
