@@ -3,6 +3,7 @@
 
 #include "HtmlOutput.h"
 #include "InputFile.h"
+#include "JsonOutput.h"
 #include "LatexOutput.h"
 #include "Summary.h"
 
@@ -96,14 +97,7 @@ int runManual(const InputFile& input, const QString& directory, bool pdf)
 
 int runJson(const InputFile& input, const QString& output)
 {
-    XmlEtherCATInfo* info = input.esi();
-    if (!info)
-        return fail(1,
-            QStringLiteral("kivtool: %1: JSON export is for ESI files, not for %2 files (try 'dump')")
-                .arg(input.path(), input.kindName()));
-    QJsonObject json;
-    info->toJson(json);
-    return writeOutput(QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Indented)), output);
+    return writeOutput(QString::fromUtf8(QJsonDocument(jsonObject(input)).toJson(QJsonDocument::Indented)), output);
 }
 
 const char* const kCommands = "Commands:\n"
