@@ -19,6 +19,7 @@
 #include "values/XmlValueAlert.h"
 
 using KivValueJson::array;
+using KivValueJson::merged;
 using KivValueJson::number;
 using KivValueJson::texts;
 
@@ -151,14 +152,6 @@ QJsonObject pinMapping(XmlPinMapping* mapping)
         {QStringLiteral("pinIc"), qint64(mapping->getPinIc())},
         {QStringLiteral("pinBoard"), qint64(mapping->getPinBoard())},
     };
-}
-
-/// `extra`'s keys added to `json`.
-QJsonObject merged(QJsonObject json, const QJsonObject& extra)
-{
-    for (auto it = extra.constBegin(); it != extra.constEnd(); ++it)
-        json.insert(it.key(), it.value());
-    return json;
 }
 
 } // namespace

@@ -21,22 +21,30 @@ QJsonObject choiceElement(XmlValueChoiceElement* element)
     };
 }
 
+struct Presence
+{
+    const char* key;
+    bool (XmlValueInterface::*has)();
+};
+
+// The fields whose presence a kind reports, in the order of the descriptor's keys.
+const Presence kPresence[] = {
+    {"min", &XmlValueInterface::hasMin},
+    {"max", &XmlValueInterface::hasMax},
+    {"default", &XmlValueInterface::hasDefault},
+    {"decimals", &XmlValueInterface::hasDecimals},
+    {"unit", &XmlValueInterface::hasUnit},
+    {"options", &XmlValueInterface::hasOptions},
+};
+
 /// Names of the fields the kind reports as present (its has...() answers).
 QJsonArray presentFields(XmlValueInterface* value)
 {
     QJsonArray present;
-    if (value->hasMin())
-        present.append(QStringLiteral("min"));
-    if (value->hasMax())
-        present.append(QStringLiteral("max"));
-    if (value->hasDefault())
-        present.append(QStringLiteral("default"));
-    if (value->hasDecimals())
-        present.append(QStringLiteral("decimals"));
-    if (value->hasUnit())
-        present.append(QStringLiteral("unit"));
-    if (value->hasOptions())
-        present.append(QStringLiteral("options"));
+    for (const Presence& field : kPresence) {
+        if ((value->*field.has)())
+            present.append(QLatin1String(field.key));
+    }
     return present;
 }
 
@@ -52,9 +60,7 @@ void insertKindFields(QJsonObject& json, XmlValueInterface* value)
     } else if (auto* choice = dynamic_cast<XmlValueChoice*>(value)) {
         json.insert(QStringLiteral("elements"), array(choice->getElements(), choiceElement));
     } else if (auto* element = dynamic_cast<XmlValueChoiceElement*>(value)) {
-        const QJsonObject fields = choiceElement(element);
-        for (auto it = fields.constBegin(); it != fields.constEnd(); ++it)
-            json.insert(it.key(), it.value());
+        json = merged(json, choiceElement(element));
     } else if (auto* readOut = dynamic_cast<XmlValueReadOut*>(value)) {
         json.insert(QStringLiteral("descShort"), readOut->getDescriptionShort());
         json.insert(QStringLiteral("descLong"), readOut->getDescriptionLong());
@@ -92,6 +98,13 @@ QJsonValue descriptor(XmlValueInterface* value)
         {QStringLiteral("formatDiv"), shortestFloat(value->getFormatDiv())},
     };
     insertKindFields(json, value);
+    return json;
+}
+
+QJsonObject merged(QJsonObject json, const QJsonObject& extra)
+{
+    for (auto it = extra.constBegin(); it != extra.constEnd(); ++it)
+        json.insert(it.key(), it.value());
     return json;
 }
 

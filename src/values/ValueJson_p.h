@@ -17,6 +17,9 @@ QJsonValue descriptor(XmlValueInterface* value);
 
 QJsonArray texts(const QStringList& lines);
 
+/// `json` with `extra`'s keys added (an object used as a descriptor keeps its own keys beside the shared ones).
+QJsonObject merged(QJsonObject json, const QJsonObject& extra);
+
 /// A 64-bit number as a JSON number: exact up to 2^53, rounded above (callers keep a text beside it).
 inline QJsonValue number(unsigned long long value)
 {
