@@ -14,6 +14,8 @@
 #include "product/XmlProductModule.h"
 #include "values/ValueJson_p.h"
 
+#include <QPair>
+
 using KivValueJson::array;
 using KivValueJson::texts;
 
@@ -113,26 +115,48 @@ QJsonObject driveConfiguration(XmlDriveConfiguration* configuration)
     };
 }
 
+/// Hardware and software version. The model gives them only joined, "HW: <hardware>; SW: <software>". With
+/// one separator in it the split is plain; when a version text holds the separator itself, the debug text,
+/// which writes the two on lines of their own after the name lines, tells which occurrence is the real one.
+QPair<QString, QString> versionTexts(XmlProductModule* module)
+{
+    const QString version = module->getVersion();
+    const QLatin1String separator("; SW: ");
+    const int prefix = 4; // "HW: "
+    int split = version.indexOf(separator, prefix);
+    if (version.indexOf(separator, split + 1) >= 0) {
+        const QString debugText = module->toString();
+        const QString head = QLatin1String("Product: MODULE\nName: ") + module->getName()
+            + QLatin1String("\nNameInFWVersion: ") + module->getNameInFirmwareVersion()
+            + QLatin1String("\nNameFWType: ") + module->getNameOfFirmwareType() + QLatin1String("\nHardwareVersion: ");
+        const QStringRef afterHead = debugText.midRef(head.size());
+        for (int at = split; at >= 0; at = version.indexOf(separator, at + 1)) {
+            const QString lines = version.midRef(prefix, at - prefix) + QLatin1String("\nSoftwareVersion: ")
+                + version.midRef(at + separator.size());
+            if (afterHead.startsWith(lines)) {
+                split = at;
+                break;
+            }
+        }
+    }
+    return qMakePair(version.mid(prefix, split - prefix), version.mid(split + separator.size()));
+}
+
 } // namespace
 
 QJsonObject ModuleJson::toJson(XmlProductModule* module)
 {
     if (!module)
         return {};
-    // The model gives the two version texts only joined as "HW: <hardware>; SW: <software>": split at the
-    // first separator, which is exact unless the hardware text itself holds "; SW: ".
-    const QString version = module->getVersion();
-    const QLatin1String hardwarePrefix("HW: ");
-    const QLatin1String separator("; SW: ");
-    const int split = version.indexOf(separator, hardwarePrefix.size());
+    const QPair<QString, QString> versions = versionTexts(module);
     return {
         {QStringLiteral("product"), QStringLiteral("module")},
         {QStringLiteral("name"), module->getName()},
         {QStringLiteral("nameInFirmwareVersion"), module->getNameInFirmwareVersion()},
         {QStringLiteral("nameOfFirmwareType"), module->getNameOfFirmwareType()},
-        {QStringLiteral("version"), version},
-        {QStringLiteral("hardwareVersion"), version.mid(hardwarePrefix.size(), split - hardwarePrefix.size())},
-        {QStringLiteral("softwareVersion"), version.mid(split + separator.size())},
+        {QStringLiteral("version"), module->getVersion()},
+        {QStringLiteral("hardwareVersion"), versions.first},
+        {QStringLiteral("softwareVersion"), versions.second},
         {QStringLiteral("axisParameters"), array(*module->getAxisParameters(), axisBlock)},
         {QStringLiteral("globalParameters"), array(*module->getGlobalParameters(), globalBank)},
         {QStringLiteral("digitalInputs"),

@@ -84,6 +84,8 @@ private slots:
     void valueKinds_data();
     void valueKinds();
     void nullsAreSkippedOrNull();
+    void versionsSplitExactly_data();
+    void versionsSplitExactly();
 };
 
 void TestProductJson::wholeProduct_data()
@@ -227,6 +229,36 @@ void TestProductJson::nullsAreSkippedOrNull()
         "date": "", "descriptions": [], "registerSet": null, "pins": null, "database": null})"));
     QCOMPARE(ModuleJson::toJson(nullptr), QJsonObject());
     QCOMPARE(IcJson::toJson(nullptr), QJsonObject());
+}
+
+void TestProductJson::versionsSplitExactly_data()
+{
+    QTest::addColumn<QString>("hardware");
+    QTest::addColumn<QString>("software");
+    QTest::newRow("plain") << "1.3"
+                           << "4.07";
+    QTest::newRow("empty") << ""
+                           << "";
+    QTest::newRow("separator in the hardware text") << "A; SW: B"
+                                                    << "2";
+    QTest::newRow("separator in the software text") << "1"
+                                                    << "; SW: ; SW: x";
+    QTest::newRow("separators and line breaks in both") << "a\nSoftwareVersion: ; SW: b"
+                                                        << "c; SW: d\n";
+}
+
+void TestProductJson::versionsSplitExactly()
+{
+    QFETCH(QString, hardware);
+    QFETCH(QString, software);
+    XmlProductModule module;
+    module.setName(QStringLiteral("; SW: "));
+    module.setHardwareVersion(hardware);
+    module.setSoftwareVersion(software);
+    const QJsonObject json = ModuleJson::toJson(&module);
+    QCOMPARE(json[QLatin1String("hardwareVersion")].toString(), hardware);
+    QCOMPARE(json[QLatin1String("softwareVersion")].toString(), software);
+    QCOMPARE(json[QLatin1String("version")].toString(), module.getVersion());
 }
 
 QTEST_GUILESS_MAIN(TestProductJson)
