@@ -3,6 +3,7 @@
 // Every public header of the library.
 
 #include "product/KIVXmlParser.h"
+#include "product/ModuleJson.h"
 #include "product/XmlAnalogInput.h"
 #include "product/XmlAnalogInputs.h"
 #include "product/XmlAxisParameter.h"
@@ -43,6 +44,7 @@
 #include "values/XmlValueUnsigned.h"
 #include "values/XmlValueVersion.h"
 
+#include "ic/IcJson.h"
 #include "ic/XmlDatabase.h"
 #include "ic/XmlGroup.h"
 #include "ic/XmlPin.h"

@@ -1,12 +1,14 @@
 #include "RenderAll.h"
 
 #include "esi/XmlEtherCATInfo.h"
+#include "ic/IcJson.h"
 #include "ic/XmlDatabase.h"
 #include "ic/XmlGroup.h"
 #include "ic/XmlPinMap.h"
 #include "ic/XmlPins.h"
 #include "ic/XmlProductIC.h"
 #include "ic/XmlRegisterSet.h"
+#include "product/ModuleJson.h"
 #include "product/XmlCANopenObject.h"
 #include "product/XmlDriveConfiguration.h"
 #include "product/XmlProductModule.h"
@@ -19,7 +21,7 @@ namespace {
 qint64 renderModule(XmlProductModule* module)
 {
     qint64 total = module->toString().size() + module->toHtml().size() + module->toLaTeXHeader().size()
-        + module->toLaTeXAxisParam().size();
+        + module->toLaTeXAxisParam().size() + QJsonDocument(ModuleJson::toJson(module)).toJson().size();
     for (int index = -1; index <= module->getGlobalParameters()->size(); ++index)
         total += module->toLaTeXGlobalParamBank(index).size();
     for (int kind = -1; kind <= 4; ++kind)
@@ -43,7 +45,8 @@ qint64 renderIC(XmlProductIC* ic)
 {
     qint64 total = ic->toString().size() + ic->toHtml().size() + ic->toLaTeXHeader().size()
         + ic->toLaTeXRegisterMap().size() + ic->toLaTeXRegisterMapDefaults().size()
-        + ic->toLaTeXRegisterOverview().size() + ic->toLaTeXRegisterOverviewByGroup(nullptr).size();
+        + ic->toLaTeXRegisterOverview().size() + ic->toLaTeXRegisterOverviewByGroup(nullptr).size()
+        + QJsonDocument(IcJson::toJson(ic)).toJson().size();
     if (XmlRegisterSet* set = ic->registerSet()) {
         for (XmlGroup* group : qAsConst(*set->getGroups()))
             total += ic->toLaTeXRegisterOverviewByGroup(group).size();

@@ -7,7 +7,7 @@ class XmlProductInterface;
 
 namespace RenderAll {
 
-/// Runs every renderer of the product with every valid argument (and a few invalid ones) and returns the
+/// Runs every renderer of the product (its JSON export included) with every valid argument (and a few invalid ones) and returns the
 /// total length of the texts, so that nothing is optimised away. Used by the property tests and the
 /// fuzz targets: a renderer must survive any model the parser can build.
 qint64 product(XmlProductInterface* product);

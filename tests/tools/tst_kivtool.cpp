@@ -3,11 +3,13 @@
 
 #include "esi/ESIXmlParser.h"
 #include "esi/XmlEtherCATInfo.h"
+#include "ic/IcJson.h"
 #include "ic/XmlPinMap.h"
 #include "ic/XmlProductIC.h"
 #include "ic/XmlRegisterSet.h"
 #include "ic/XmlValueRegister.h"
 #include "product/KIVXmlParser.h"
+#include "product/ModuleJson.h"
 #include "product/XmlAxisParameter.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlGlobalParameter.h"
@@ -115,6 +117,7 @@ private slots:
     void fragmentsAreTheModelsOwn();
     void htmlIsACompleteDocument_data();
     void htmlIsACompleteDocument();
+    void jsonIsTheExport_data();
     void jsonIsTheExport();
     void manualTypesets_data();
     void manualTypesets();
@@ -174,8 +177,6 @@ void TestKivtool::errors_data()
     QTest::newRow("output folder missing")
         << QByteArray("<product_ic/>") << QStringList {"info", "FILE", "-o", "/nonexistent/folder/out.txt"} << 2
         << "^kivtool: cannot write /nonexistent/folder/out.txt: ";
-    QTest::newRow("json of a product") << QByteArray("<product_ic/>") << QStringList {"json", "FILE"} << 1
-                                       << "JSON export is for ESI files, not for IC files";
     QTest::newRow("html of ESI") << QByteArray("<EtherCATInfo/>") << QStringList {"html", "FILE"} << 1
                                  << "an ESI file has no HTML page";
 }
@@ -320,17 +321,34 @@ void TestKivtool::htmlIsACompleteDocument()
     QVERIFY(!html.contains(QLatin1String("<script>")));
 }
 
+void TestKivtool::jsonIsTheExport_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("ESI") << kESI;
+    QTest::newRow("module") << kModule;
+    QTest::newRow("IC") << kIC;
+}
+
 void TestKivtool::jsonIsTheExport()
 {
-    const LogCapture quiet;
-    QFile file(kESI);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    std::unique_ptr<XmlEtherCATInfo> info(ESIXmlParser::parseInfo(&file));
-    QVERIFY(info);
+    QFETCH(QString, file);
     QJsonObject expected;
-    info->toJson(expected);
-    const Run run = kivtool({QStringLiteral("json"), kESI});
+    if (file == kESI) {
+        const LogCapture quiet;
+        QFile input(kESI);
+        QVERIFY(input.open(QIODevice::ReadOnly));
+        std::unique_ptr<XmlEtherCATInfo> info(ESIXmlParser::parseInfo(&input));
+        QVERIFY(info);
+        info->toJson(expected);
+    } else {
+        const Parsed parsed(file);
+        QVERIFY(parsed.product);
+        expected = parsed.module() ? ModuleJson::toJson(parsed.module()) : IcJson::toJson(parsed.ic());
+    }
+    QVERIFY(!expected.isEmpty());
+    const Run run = kivtool({QStringLiteral("json"), file});
     QCOMPARE(run.exitCode, 0);
+    QVERIFY(run.err.isEmpty());
     QCOMPARE(QJsonDocument::fromJson(run.out.toUtf8()).object(), expected);
     QVERIFY(run.out.contains(QLatin1String("\n    \""))); // pretty-printed
 }

@@ -114,8 +114,9 @@ const QList<Command>& commands()
             "kivtool manual examples/ic/kiv-ic-example.xml -o manual --pdf",
             {QStringLiteral("output-dir"), QStringLiteral("pdf")}},
         {"json", "json FILE [-o <path>]", "the model as JSON",
-            "Writes the parsed model as pretty-printed JSON: ESI files as docs/esi-json.md describes.",
-            "kivtool json examples/esi/kiv-vendor-esi.xml | jq '.VID'", {QStringLiteral("output")}},
+            "Writes the parsed model as pretty-printed JSON: modules and ICs as docs/json.md describes, ESI files as "
+            "docs/esi-json.md does.",
+            "kivtool json examples/ic/kiv-ic-example.xml | jq '.registerSet.registers[0]'", {QStringLiteral("output")}},
     };
     return list;
 }

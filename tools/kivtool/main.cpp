@@ -4,17 +4,15 @@
 #include "Arguments.h"
 #include "HtmlOutput.h"
 #include "InputFile.h"
+#include "JsonOutput.h"
 #include "LatexOutput.h"
 #include "Output.h"
 #include "Summary.h"
-
-#include "esi/XmlEtherCATInfo.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QJsonObject>
 
 namespace {
 
@@ -86,14 +84,7 @@ int runManual(const InputFile& input, const Arguments& arguments)
 
 int runJson(const InputFile& input, const QString& output)
 {
-    XmlEtherCATInfo* info = input.esi();
-    if (!info)
-        return fail(1,
-            QStringLiteral("kivtool: ") + input.path() + QStringLiteral(": JSON export is for ESI files, not for ")
-                + input.kindName() + QStringLiteral(" files (try 'dump')"));
-    QJsonObject json;
-    info->toJson(json);
-    return writeOutput(QString::fromUtf8(QJsonDocument(json).toJson(QJsonDocument::Indented)), output);
+    return writeOutput(QString::fromUtf8(QJsonDocument(jsonObject(input)).toJson(QJsonDocument::Indented)), output);
 }
 
 int run(const Arguments& arguments)
