@@ -4,6 +4,7 @@
 #include <QVector>
 #include <QXmlStreamReader>
 
+#include <algorithm>
 #include <iterator>
 
 namespace {
@@ -196,6 +197,14 @@ QString shown(const QString& value)
     return QLatin1Char('"') + text + (value.size() > limit ? QLatin1String("\"...") : QLatin1String("\""));
 }
 
+/// A zero that the conversion cannot read (an ESI "0" without its "#x") still becomes the 0 it means.
+bool isWrittenZero(const QStringRef& value)
+{
+    const QStringRef digits = value.trimmed();
+    return !digits.isEmpty()
+        && std::all_of(digits.begin(), digits.end(), [](QChar c) { return c == QLatin1Char('0'); });
+}
+
 bool matches(const Rule& rule, const QStringRef& element, const QVector<QString>& open)
 {
     if (element != QLatin1String(rule.element))
@@ -213,13 +222,14 @@ public:
         : m_name(name)
         , m_rules(esi ? kEsiRules : kProductRules)
         , m_ruleCount(esi ? std::size(kEsiRules) : std::size(kProductRules))
+        , m_keepNames(esi)
     { }
 
     QStringList run(QIODevice* device);
 
 private:
     void startElement();
-    void check(const Rule& rule, const QStringRef& value, const QString& where, const QString& what);
+    void check(const Rule& rule, const QStringRef& value, qint64 line, qint64 column, const QString& what);
     QString position(qint64 line, qint64 column) const
     {
         return m_name + QLatin1Char(':') + QString::number(line) + QLatin1Char(':') + QString::number(column);
@@ -229,9 +239,12 @@ private:
     const Rule* m_rules;
     std::size_t m_ruleCount;
     QXmlStreamReader m_reader;
-    QVector<QString> m_open; ///< names of the open elements, outermost first
+    bool m_keepNames; ///< only the ESI rules look at parents
+    QVector<QString> m_open; ///< names of the open elements, outermost first, when kept
+    int m_depth = 0;
     const Rule* m_pendingText = nullptr; ///< a text child whose token comes next
-    QString m_pendingWhere;
+    qint64 m_pendingLine = 0;
+    qint64 m_pendingColumn = 0;
     QStringList m_findings;
     // Where the previous token ended; after character data the reader has already taken the next "<".
     qint64 m_line = 1;
@@ -247,15 +260,19 @@ QStringList Audit::run(QIODevice* device)
         const QXmlStreamReader::TokenType token = m_reader.readNext();
         if (m_pendingText) {
             // As the parser does: the one token after the start tag, whatever it is, holds the text.
-            check(*m_pendingText, m_reader.text(), m_pendingWhere, QStringLiteral("text"));
+            check(*m_pendingText, m_reader.text(), m_pendingLine, m_pendingColumn, QStringLiteral("text"));
             m_pendingText = nullptr;
         }
         if (token == QXmlStreamReader::StartElement) {
             startElement();
-            m_open.append(m_reader.name().toString());
-        } else if (token == QXmlStreamReader::EndElement && !m_open.isEmpty()) {
-            m_open.removeLast();
-            rootEnded = m_open.isEmpty();
+            ++m_depth;
+            if (m_keepNames)
+                m_open.append(m_reader.name().toString());
+        } else if (token == QXmlStreamReader::EndElement && m_depth > 0) {
+            --m_depth;
+            if (m_keepNames)
+                m_open.removeLast();
+            rootEnded = m_depth == 0;
         }
         m_line = m_reader.lineNumber();
         m_column = m_reader.columnNumber();
@@ -275,34 +292,38 @@ void Audit::startElement()
 {
     const QStringRef element = m_reader.name();
     // The start tag's "<": the reader stands after the previous token, or one character further.
-    const QString where = position(m_line, m_tookNextChar ? m_column : m_column + 1);
-    const QXmlStreamAttributes attributes = m_reader.attributes();
+    const qint64 column = m_tookNextChar ? m_column : m_column + 1;
+    const QXmlStreamAttributes attributes = m_reader.attributes(); // shared with the reader, not copied
     for (std::size_t i = 0; i < m_ruleCount; ++i) {
         const Rule& rule = m_rules[i];
         if (!matches(rule, element, m_open))
             continue;
         if (!rule.attribute) {
             m_pendingText = &rule;
-            m_pendingWhere = where;
+            m_pendingLine = m_line;
+            m_pendingColumn = column;
             continue;
         }
+        // An absent attribute reads as empty, which check() passes over.
         const QLatin1String attribute(rule.attribute);
-        if (attributes.hasAttribute(attribute))
-            check(rule, attributes.value(attribute), where, attribute);
+        check(rule, attributes.value(attribute), m_line, column, attribute);
     }
 }
 
-void Audit::check(const Rule& rule, const QStringRef& value, const QString& where, const QString& what)
+void Audit::check(const Rule& rule, const QStringRef& value, qint64 line, qint64 column, const QString& what)
 {
     if (value.isEmpty())
         return;
     const Reading reading = convert(value, rule.conversion);
+    if (!reading.ok && isWrittenZero(value))
+        return;
     const QString problem = reading.ok
         ? lostPart(reading, rule.kept)
         : QStringLiteral("is not a number the parser reads (") + QLatin1String(rule.whenUnread) + QLatin1Char(')');
     if (!problem.isEmpty())
-        m_findings << QStringLiteral("kivtool: ") + where + QStringLiteral(": ") + QLatin1String(rule.element)
-                + QStringLiteral(": ") + what + QLatin1Char(' ') + shown(value.toString()) + QLatin1Char(' ') + problem;
+        m_findings << QStringLiteral("kivtool: ") + position(line, column) + QStringLiteral(": ")
+                + QLatin1String(rule.element) + QStringLiteral(": ") + what + QLatin1Char(' ') + shown(value.toString())
+                + QLatin1Char(' ') + problem;
 }
 
 } // namespace
