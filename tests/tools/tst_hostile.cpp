@@ -70,7 +70,80 @@ QList<Row> rows()
     const QByteArray esiTail = "</Name></Vendor><Descriptions><Devices><Device><Type ProductCode=\"#x1234\" "
                                "RevisionNo=\"#x10\">T</Type><Name LcId=\"1033\">D</Name></Device></Devices>"
                                "</Descriptions></EtherCATInfo>";
+    // A register in an IC; the address attribute stands on line 3, its tag at column 5.
+    const auto registerWith = [](const QByteArray& attributes) {
+        return "<product_ic name=\"A\">\n  <register_set name=\"S\">\n    <value_register " + attributes
+            + " name=\"R\"/>\n  </register_set>\n</product_ic>\n";
+    };
+    // A minimal ESI file with the vendor id and the device type on lines of their own; its revision "0" lacks
+    // the "#x" but means 0, so it is not reported.
+    const auto esiWith = [](const QByteArray& vendorId, const QByteArray& productCode) {
+        return "<EtherCATInfo>\n<Vendor>\n  <Id>" + vendorId + "</Id>\n</Vendor>\n<Descriptions><Devices><Device>\n"
+            + "  <Type ProductCode=\"" + productCode + "\" RevisionNo=\"0\">T</Type>\n"
+            + "</Device></Devices></Descriptions>\n</EtherCATInfo>\n";
+    };
+    QByteArray longFile = "<product_ic name=\"A\">\n";
+    for (int line = 2; line < 5003; ++line)
+        longFile += "<desc>filler</desc>\n";
+    longFile += "<desc>bad \xE9 byte</desc>\n</product_ic>\n";
+    const QString audit = QStringLiteral("(?m)^kivtool: \\S*input\\.xml:");
     return {
+        {"verbose: address beyond 32 bits", registerWith("address=\"0xFFFFFFFFFF\""), {"info", "--verbose", "FILE"}, 0,
+            "stderr",
+            {audit
+                + "3:5: value_register: address \"0xFFFFFFFFFF\" is not a number the parser reads \\(it becomes "
+                  "0\\)$"},
+            {}},
+        {"verbose: negative unsigned address", registerWith("address=\"-5\" size=\"8\""), {"info", "--verbose", "FILE"},
+            0, "stderr",
+            {audit + "3:5: value_register: address \"-5\" is not a number the parser reads \\(it becomes 0\\)$"},
+            {"size"}},
+        {"without verbose nothing is said", registerWith("address=\"0xFFFFFFFFFF\""), {"info", "FILE"}, 0, "stderr", {},
+            {"\\S"}},
+        {"verbose: product code after a blank", esiWith("#x2", " #x00001234"), {"info", "--verbose", "FILE"}, 0,
+            "stderr",
+            {audit + "6:3: Type: ProductCode \" #x00001234\" is not a number the parser reads \\(it becomes 0\\)$"},
+            {"RevisionNo", "Id:"}},
+        {"verbose: vendor id on an indented line", esiWith("\n    #x2", "#x1234"), {"info", "--verbose", "FILE"}, 0,
+            "stderr", {audit + "3:3: Id: text \"\\\\n    #x2\" is not a number the parser reads \\(it becomes 0\\)$"},
+            {"ProductCode"}},
+        {"verbose: content after the root element", "<product_ic name=\"A\">\n</product_ic>\n<product_ic/>\n",
+            {"info", "--verbose", "FILE"}, 0, "stderr",
+            {audit
+                + "3:13: content after the root element's end tag is ignored \\(Extra content at end of "
+                  "document\\.\\)$"},
+            {}},
+        // The IC ends at the inner end tag, and the parser stops at the next one: the broken rest goes unread.
+        {"verbose: XML that breaks after the product",
+            "<product_ic name=\"A\">\n<x><product_ic/></x>\n<y></product_ic>\n", {"info", "--verbose", "FILE"}, 0,
+            "stderr", {audit + "3:\\d+: the XML breaks here and the parser ignores the rest \\("}, {"after the root"}},
+        {"verbose: field mask above bit 31",
+            "<product_ic name=\"A\">\n<register_set name=\"S\">\n<value_register address=\"0x10\" name=\"R\">\n"
+            "<register_variant name=\"V\">\n  <value_register_field name=\"F\" shift=\"32\" mask=\"300000000\"/>\n"
+            "</register_variant>\n</value_register>\n</register_set>\n</product_ic>\n",
+            {"info", "--verbose", "FILE"}, 0, "stderr",
+            {audit
+                + "5:3: value_register_field: mask \"300000000\" has bits above bit 31 \\(labelled by its low 32 bits "
+                  "in "
+                  "the register map\\)$"},
+            {"shift"}},
+        {"verbose: parameter type kept in 8 bits",
+            "<product_module>\n<axis_parameters axis=\"0\">\n<axis_parameter type=\"300\" name=\"P\"/>\n"
+            "</axis_parameters>\n</product_module>\n",
+            {"info", "--verbose", "FILE"}, 0, "stderr",
+            {audit + "3:1: axis_parameter: type \"300\" keeps only its low 8 bits \\(it becomes 44\\)$"}, {"axis \""}},
+        {"undeclared Latin-1 byte", "<product_ic name=\"A\">\n<desc>ok</desc>\n<desc>caf\xE9</desc>\n</product_ic>\n",
+            {"info", "FILE"}, 1, "stderr", {"^kivtool: \\S*input\\.xml:3:10: malformed XML: .*encoded"}, {}},
+        {"bad byte deep in a long file", longFile, {"info", "FILE"}, 1, "stderr",
+            {"^kivtool: \\S*input\\.xml:5003:11: malformed XML: .*encoded"}, {}},
+        {"bad first byte", "\xE9<product_ic/>\n", {"info", "FILE"}, 1, "stderr",
+            {"^kivtool: \\S*input\\.xml:1:1: malformed XML: .*encoded"}, {}},
+        {"encoded surrogate", "<product_ic name=\"A\">\n<desc>a\xED\xA0\x80</desc>\n</product_ic>\n", {"info", "FILE"},
+            1, "stderr", {"^kivtool: \\S*input\\.xml:2:8: malformed XML: .*encoded"}, {}},
+        {"declared ISO-8859-1",
+            "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<product_ic name=\"A\">\n<desc>caf\xE9</desc>\n"
+            "</product_ic>\n",
+            {"dump", "--verbose", "FILE"}, 0, "stdout", {QStringLiteral("\nDescription\\[0\\]: caf\u00E9\n")}, {}},
         {"vendor name holding format markers", esiHead + "Evil %1 Corp %2" + esiTail, {"info", "FILE"}, 0, "stdout",
             {"\nVendor: +Evil %1 Corp %2 \\(id 2\\)\n", "product code 0x00001234  revision 0x00000010"}, {}},
         {"file name holding format markers", "<product_ic><desc>", {"info", "FILE"}, 1, "stderr",

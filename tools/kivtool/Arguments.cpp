@@ -21,7 +21,7 @@ const Option kOptions[] = {
 };
 
 const Option kCommonOptions[] = {
-    {"verbose", "verbose", 0, nullptr, "Show what the parser skipped or did not recognise."},
+    {"verbose", "verbose", 0, nullptr, "Show what the parser skipped, did not recognise, or read as 0 or cut short."},
     {"help", "help", 'h', nullptr, "Show this help."},
 };
 

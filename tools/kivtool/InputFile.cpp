@@ -1,5 +1,7 @@
 #include "InputFile.h"
 
+#include "NumberAudit.h"
+
 #include "esi/ESIXmlParser.h"
 #include "esi/XmlEtherCATInfo.h"
 #include "ic/XmlPinMap.h"
@@ -11,6 +13,9 @@
 #include <QTemporaryFile>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 const char* const kAcceptedRoots = "product_module, product_ic, EtherCATInfo";
@@ -20,32 +25,75 @@ LoadError failure(int exitCode, const QString& message)
     return LoadError {exitCode, message};
 }
 
-/// Line and column (1-based) of byte `offset`, counting characters as UTF-8 decodes them.
+/// Line and column (1-based) of byte `offset` of valid UTF-8, the column counted in characters.
 QString positionOfByte(const QByteArray& bytes, int offset)
 {
-    const int lineStart = bytes.lastIndexOf('\n', offset - 1) + 1;
-    const int line = bytes.left(lineStart).count('\n') + 1;
-    const int column = QString::fromUtf8(bytes.constData() + lineStart, offset - lineStart).size() + 1;
+    const char* const data = bytes.constData();
+    const char* const lineStart
+        = std::find(std::reverse_iterator<const char*>(data + offset), std::reverse_iterator<const char*>(data), '\n')
+              .base();
+    const int line = int(std::count(data, lineStart, '\n')) + 1;
+    // The bytes before `offset` are valid UTF-8: every byte but a continuation byte starts a character.
+    const int column = int(std::count_if(lineStart, data + offset, [](char c) { return (c & 0xC0) != 0x80; })) + 1;
     return QString::number(line) + QLatin1Char(':') + QString::number(column);
 }
 
-/// Offset of the first byte that breaks UTF-8, or -1.
+/// Offset of the first byte that breaks UTF-8, or -1. Overlong forms, surrogates and code points above
+/// U+10FFFF break it too, as the reader's decoder sees it.
 int firstBadUtf8Byte(const QByteArray& bytes)
 {
     const auto* data = reinterpret_cast<const unsigned char*>(bytes.constData());
     const int size = bytes.size();
     for (int i = 0; i < size;) {
         const unsigned char lead = data[i];
-        int length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
-        if (length == 0 || (length == 2 && lead < 0xC2) || i + length > size)
+        int length = 1;
+        unsigned char low = 0x80; // range of the second byte
+        unsigned char high = 0xBF;
+        if (lead >= 0xC2 && lead <= 0xDF) {
+            length = 2;
+        } else if (lead >= 0xE0 && lead <= 0xEF) {
+            length = 3;
+            low = lead == 0xE0 ? 0xA0 : 0x80;
+            high = lead == 0xED ? 0x9F : 0xBF;
+        } else if (lead >= 0xF0 && lead <= 0xF4) {
+            length = 4;
+            low = lead == 0xF0 ? 0x90 : 0x80;
+            high = lead == 0xF4 ? 0x8F : 0xBF;
+        } else if (lead >= 0x80) {
             return i;
-        for (int k = 1; k < length; ++k) {
+        }
+        if (i + length > size || (length > 1 && (data[i + 1] < low || data[i + 1] > high)))
+            return i;
+        for (int k = 2; k < length; ++k) {
             if ((data[i + k] & 0xC0) != 0x80)
                 return i;
         }
         i += length;
     }
     return -1;
+}
+
+/// True unless a byte order mark or the XML declaration names another encoding than UTF-8.
+bool isUtf8(const QByteArray& bytes)
+{
+    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"))
+        return false;
+    const int start = bytes.startsWith("\xEF\xBB\xBF") ? 3 : 0;
+    if (bytes.mid(start, 5) != "<?xml")
+        return true;
+    const QByteArray declaration = bytes.mid(start, bytes.indexOf("?>", start) - start);
+    const int key = declaration.indexOf("encoding");
+    if (key < 0)
+        return true;
+    const QByteArray rest = declaration.mid(key + 8).trimmed();
+    if (!rest.startsWith('='))
+        return true;
+    const QByteArray value = rest.mid(1).trimmed();
+    if (value.isEmpty())
+        return true;
+    const int close = value.indexOf(value.left(1), 1);
+    const QByteArray name = value.mid(1, close - 1).toLower();
+    return close < 0 || name == "utf-8" || name == "utf8";
 }
 
 /// The reader stops on a badly encoded byte some way after it (it decodes in blocks); for UTF-8 files
@@ -57,10 +105,7 @@ QString errorPosition(QFile* file, const QXmlStreamReader& reader)
     if (!reader.errorString().contains(QLatin1String("encoded")) || !file->seek(0))
         return readerPosition;
     const QByteArray bytes = file->readAll();
-    const int declaration = bytes.indexOf("encoding=");
-    const bool utf8
-        = declaration < 0 || declaration > bytes.indexOf("?>") || bytes.mid(declaration + 10, 5).toLower() == "utf-8";
-    const int bad = utf8 ? firstBadUtf8Byte(bytes) : -1;
+    const int bad = isUtf8(bytes) ? firstBadUtf8Byte(bytes) : -1;
     return bad < 0 ? readerPosition : positionOfByte(bytes, bad);
 }
 
@@ -146,7 +191,7 @@ InputFile::~InputFile()
         delete parsed->getPinMap();
 }
 
-std::unique_ptr<InputFile> InputFile::load(const QString& path, LoadError* error)
+std::unique_ptr<InputFile> InputFile::load(const QString& path, LoadError* error, QStringList* audit)
 {
     const std::unique_ptr<QFile> file = openInput(path, error);
     if (!file)
@@ -177,6 +222,8 @@ std::unique_ptr<InputFile> InputFile::load(const QString& path, LoadError* error
         *error = explainNullResult(file.get(), name);
         return nullptr;
     }
+    if (audit && file->seek(0))
+        *audit = NumberAudit::findings(file.get(), name, input->m_kind == FileKind::ESI);
     return input;
 }
 

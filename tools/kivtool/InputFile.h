@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 
@@ -34,8 +35,9 @@ public:
     InputFile& operator=(const InputFile&) = delete;
 
     /// Null with `error` filled when the file cannot be opened (exit 2), is not well-formed XML, has a root
-    /// kivtool does not know or yields no model (exit 1).
-    static std::unique_ptr<InputFile> load(const QString& path, LoadError* error);
+    /// kivtool does not know or yields no model (exit 1). With `audit`, a file that loads is read once more
+    /// and what the parser took in silence is listed there (NumberAudit).
+    static std::unique_ptr<InputFile> load(const QString& path, LoadError* error, QStringList* audit = nullptr);
 
     FileKind kind() const { return m_kind; }
     QString path() const { return m_path; }

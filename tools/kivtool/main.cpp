@@ -98,7 +98,11 @@ int run(const Arguments& arguments)
         return usageError(QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(2)), command);
 
     LoadError error;
-    const std::unique_ptr<InputFile> input = InputFile::load(arguments.operands.first(), &error);
+    QStringList audit;
+    const std::unique_ptr<InputFile> input
+        = InputFile::load(arguments.operands.first(), &error, arguments.verbose ? &audit : nullptr);
+    for (const QString& finding : audit)
+        fail(0, finding);
     if (!input)
         return fail(error.exitCode, error.message);
 
