@@ -82,11 +82,11 @@ QList<Row> rows()
           "</register_set></product_ic>";
     const QString policy = QStringLiteral("<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none';");
     // Typeset, each must show as written; run as commands they read a file, run a shell, loop for ever or
-    // break the document.
+    // break the document. A character no font has shows as "?".
     const QByteArray specials
-        = "\\input{/etc/hostname} \\write18{touch pwned} \\def\\x{\\x}\\x }{ % $ # ~ ^ \\ _ &amp;";
+        = "\\input{/etc/hostname} \\write18{touch pwned} \\def\\x{\\x}\\x }{ % $ # ~ ^ \\ _ &amp; \u2603";
     const QString specialsShown = QStringLiteral("\\\\input\\{/etc/hostname\\} \\\\write18\\{touch pwned\\} "
-                                                 "\\\\def\\\\x\\{\\\\x\\}\\\\x \\}\\{ % \\$ # ~ \\^ \\\\ _ &");
+                                                 "\\\\def\\\\x\\{\\\\x\\}\\\\x \\}\\{ % \\$ # ~ \\^ \\\\ _ & \\?");
     const QByteArray icSpecials = "<product_ic name=\"S\"><desc>" + specials
         + "</desc><register_set><value_register address=\"1\" name=\"R\"><register_variant name=\"DEFAULT\">"
           "<value_register_field name=\"f\" shift=\"0\" mask=\"1\" desc_short=\""
