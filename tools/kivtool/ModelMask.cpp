@@ -122,6 +122,16 @@ void maskValueOf(Owner* owner, Getter get, Setter set, TextMask& mask)
     }
 }
 
+/// The descriptor for the masked copy of its owner: a masked copy, or, for a kind without texts to mask,
+/// the descriptor itself, which the old owner then lets go so that deleting it leaves the descriptor alone.
+template<typename Owner> XmlValueInterface* valueForCopy(Owner* owner, XmlValueInterface* value, TextMask& mask)
+{
+    if (XmlValueInterface* copy = maskedValue(value, mask))
+        return copy;
+    owner->setValue(nullptr);
+    return value;
+}
+
 void maskField(XmlValueRegisterField* field, TextMask& mask)
 {
     field->setName(mask.text(field->getName()));
@@ -169,12 +179,7 @@ template<typename Parameter> void maskParameters(QList<Parameter*>& parameters, 
         copy->setIdentifier(mask.text(parameter->identifier()));
         for (const QString& line : parameter->descriptions())
             copy->appendDescription(mask.text(line));
-        XmlValueInterface* value = maskedValue(parameter->value(), mask);
-        if (!value) {
-            value = parameter->value();
-            parameter->setValue(nullptr);
-        }
-        copy->setValue(value);
+        copy->setValue(valueForCopy(parameter, parameter->value(), mask));
         delete parameter;
         parameter = copy;
     }
@@ -193,12 +198,7 @@ XmlCANopenObject* maskedObject(XmlCANopenObject* object, TextMask& mask)
             continue;
         }
         auto* entryCopy = new XmlCANopenEntry(entry->getSubIndex(), mask.text(entry->getName()), entry->isPdoMapped());
-        XmlValueInterface* value = maskedValue(entry->getValue(), mask);
-        if (!value) {
-            value = entry->getValue();
-            entry->setValue(nullptr);
-        }
-        entryCopy->setValue(value);
+        entryCopy->setValue(valueForCopy(entry, entry->getValue(), mask));
         copy->appendCANopenEntry(entryCopy);
     }
     return copy;
