@@ -126,6 +126,8 @@ QList<Row> rows()
             {"\n" + specialsShown + "\n"}, {}},
         {"file name that reads as an option", "<product_ic name=\"Dash\"/>", {"manual", "FILE", "-o", "OUT", "--pdf"},
             0, "-dash.pdf", {"Dash"}, {}, QStringLiteral("-dash.xml")},
+        {"file name pdflatex cannot read", "<product_ic name=\"Percent\"/>", {"manual", "FILE", "-o", "OUT", "--pdf"},
+            0, "a_b_c.pdf", {"Percent"}, {}, QStringLiteral("a%b~c.xml")},
         {"vendor name holding format markers", esiHead + "Evil %1 Corp %2" + esiTail, {"info", "FILE"}, 0, "stdout",
             {"\nVendor: +Evil %1 Corp %2 \\(id 2\\)\n", "product code 0x00001234  revision 0x00000010"}, {}},
         {"file name holding format markers", "<product_ic><desc>", {"info", "FILE"}, 1, "stderr",
