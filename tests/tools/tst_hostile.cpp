@@ -87,6 +87,33 @@ QList<Row> rows()
         longFile += "<desc>filler</desc>\n";
     longFile += "<desc>bad \xE9 byte</desc>\n</product_ic>\n";
     const QString audit = QStringLiteral("(?m)^kivtool: \\S*input\\.xml:");
+    // An IC whose texts are markup at every level of its page: header, register, field, value descriptors.
+    const QByteArray icMarkup
+        = "<product_ic name=\"&lt;script&gt;alert(1)&lt;/script&gt;\" version=\"&lt;img src=x onerror=alert(2)&gt;\">"
+          "<desc>&lt;iframe src=\"javascript:alert(3)\"&gt;</desc><register_set>"
+          "<value_register address=\"1\" name=\"&lt;b&gt;R&lt;/b&gt;\"><register_variant name=\"DEFAULT\">"
+          "<value_register_field name=\"f\" shift=\"0\" mask=\"1\" desc_short=\"A &amp; B\">"
+          "<value_choice access=\"&lt;rw&gt;\"><choice_element value=\"1\" desc_short=\"&lt;em&gt;C &amp; D\"/>"
+          "</value_choice></value_register_field><value_register_field name=\"s\" shift=\"1\" mask=\"2\">"
+          "<value_signed unit=\"&lt;u&gt;\"/></value_register_field></register_variant></value_register>"
+          "</register_set></product_ic>";
+    const QString policy = QStringLiteral("<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none';");
+    // Typeset, each must show as written; run as commands they read a file, run a shell, loop for ever or
+    // break the document. A character no font has shows as "?".
+    const QByteArray specials
+        = "\\input{/etc/hostname} \\write18{touch pwned} \\def\\x{\\x}\\x }{ % $ # ~ ^ \\ _ &amp; \u2603";
+    const QString specialsShown = QStringLiteral("\\\\input\\{/etc/hostname\\} \\\\write18\\{touch pwned\\} "
+                                                 "\\\\def\\\\x\\{\\\\x\\}\\\\x \\}\\{ % \\$ # ~ \\^ \\\\ _ & \\?");
+    const QByteArray icSpecials = "<product_ic name=\"S\"><desc>" + specials
+        + "</desc><register_set><value_register address=\"1\" name=\"R\"><register_variant name=\"DEFAULT\">"
+          "<value_register_field name=\"f\" shift=\"0\" mask=\"1\" desc_short=\""
+        + specials
+        + "\"><value_bool access=\"rw\"/></value_register_field></register_variant></value_register>"
+          "</register_set></product_ic>";
+    // Read as a command, the description would show this machine's name on a line of its own.
+    QString hostName = QString::fromLatin1(TestXml::readFile(QStringLiteral("/etc/hostname")).trimmed());
+    if (hostName.isEmpty())
+        hostName = QStringLiteral("no host name");
     return {
         {"verbose: address beyond 32 bits", registerWith("address=\"0xFFFFFFFFFF\""), {"info", "--verbose", "FILE"}, 0,
             "stderr",
@@ -144,6 +171,36 @@ QList<Row> rows()
             "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<product_ic name=\"A\">\n<desc>caf\xE9</desc>\n"
             "</product_ic>\n",
             {"dump", "--verbose", "FILE"}, 0, "stdout", {QStringLiteral("\nDescription\\[0\\]: caf\u00E9\n")}, {}},
+        {"IC texts holding markup", icMarkup, {"html", "FILE", "-o", "OUT/page.html"}, 0, "page.html",
+            {"<title>&lt;script&gt;alert\\(1\\)&lt;/script&gt;</title>",
+                "<h3>&lt;script&gt;alert\\(1\\)&lt;/script&gt;</h3>",
+                "Version: &lt;img src=x onerror=alert\\(2\\)&gt;\n",
+                "\n&lt;iframe src=&quot;javascript:alert\\(3\\)&quot;&gt;<br>", ">&lt;b&gt;R&lt;/b&gt;</td>",
+                "<td>A &amp; B</td>", "access: &lt;rw&gt;\\)", "desc_short: &lt;em&gt;C &amp; D,",
+                "unit: \\[&lt;u&gt;\\], access: , options: \\\\x00\\)", "Access:</td>\n<td>RW\\(3\\)", policy},
+            {"<(script|img|iframe|b|em|u)[ >]", "&amp;amp;", "\\\\x26", "[\\x00-\\x08\\x0B\\x0C\\x0E-\\x1F]"}},
+        {"module texts holding markup",
+            "<product_module><name>&lt;script&gt;alert(1)&lt;/script&gt;</name><axis_parameters axis=\"0\">"
+            "<axis_parameter type=\"1\" name=\"&lt;img src=x onerror=alert(2)&gt;\"><desc>&lt;iframe&gt; a\\x26b</desc>"
+            "</axis_parameter></axis_parameters></product_module>",
+            {"html", "FILE", "-o", "OUT/page.html"}, 0, "page.html",
+            {"<title>&lt;script&gt;alert\\(1\\)&lt;/script&gt;</title>",
+                "<td>&lt;img src=x onerror=alert\\(2\\)&gt;</td>", "<td>&lt;iframe&gt; a&amp;b</td>", policy},
+            {"<(script|img|iframe)[ >]"}},
+        {"register description reading a file into the manual",
+            "<product_ic name=\"H\"><register_set><value_register address=\"1\" name=\"R\"><register_variant "
+            "name=\"DEFAULT\"><value_register_field name=\"f\" shift=\"0\" mask=\"1\" "
+            "desc_short=\"\\input{/etc/hostname}\">"
+            "<value_unsigned/></value_register_field></register_variant></value_register></register_set></product_ic>",
+            {"manual", "FILE", "-o", "OUT", "--pdf"}, 0, "input.pdf",
+            {"u1\\(0:0\\)\\s+\\\\input\\{/etc/hostname\\}\\s+Register defaults"},
+            {"(?m)^" + QRegularExpression::escape(hostName) + "$"}},
+        {"LaTeX specials in IC texts", icSpecials, {"manual", "FILE", "-o", "OUT", "--pdf"}, 0, "input.pdf",
+            {"\n" + specialsShown + "\n"}, {}},
+        {"file name that reads as an option", "<product_ic name=\"Dash\"/>", {"manual", "FILE", "-o", "OUT", "--pdf"},
+            0, "-dash.pdf", {"Dash"}, {}, QStringLiteral("-dash.xml")},
+        {"file name pdflatex cannot read", "<product_ic name=\"Percent\"/>", {"manual", "FILE", "-o", "OUT", "--pdf"},
+            0, "a_b_c.pdf", {"Percent"}, {}, QStringLiteral("a%b~c.xml")},
         {"vendor name holding format markers", esiHead + "Evil %1 Corp %2" + esiTail, {"info", "FILE"}, 0, "stdout",
             {"\nVendor: +Evil %1 Corp %2 \\(id 2\\)\n", "product code 0x00001234  revision 0x00000010"}, {}},
         {"file name holding format markers", "<product_ic><desc>", {"info", "FILE"}, 1, "stderr",
@@ -173,6 +230,10 @@ void TestHostile::hostileFiles()
     const Row hostile = rows().at(row);
     if (hostile.terminal && QStandardPaths::findExecutable(QStringLiteral("script")).isEmpty())
         QSKIP("script(1) is not installed (util-linux)");
+    if (hostile.checked.endsWith(QLatin1String(".pdf"))
+        && (QStandardPaths::findExecutable(QStringLiteral("pdflatex")).isEmpty()
+            || QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty()))
+        QSKIP("pdflatex or pdftotext is not installed (make test installs both)");
     QTemporaryDir dir;
     const QString input = dir.filePath(hostile.fileName);
     QFile file(input);

@@ -99,7 +99,8 @@ const QList<Command>& commands()
             "Writes the debug text of the parsed model: every element the parser kept, indented by level.",
             "kivtool dump examples/module/kiv-module-example.xml | less", {QStringLiteral("output")}},
         {"html", "html FILE [-o <path>]", "the product's HTML page",
-            "Writes the product's HTML page as a complete UTF-8 document.",
+            "Writes the product's HTML page as a complete UTF-8 document. Texts from the file show as written\n"
+            "(control characters as escapes such as \\x1B); the page loads nothing and runs no script.",
             "kivtool html examples/ic/kiv-ic-example.xml -o kiv-ic.html", {QStringLiteral("output")}},
         {"latex", "latex FILE --fragment <name> [ARG] [-o <path>]", "one LaTeX fragment of the manual",
             "Writes one LaTeX fragment as the library generates it for the hand-written manual.\n"
@@ -110,7 +111,8 @@ const QList<Command>& commands()
             {QStringLiteral("fragment"), QStringLiteral("output")}},
         {"manual", "manual FILE -o <dir> [--pdf]", "a standalone LaTeX manual, typeset with --pdf",
             "Writes a standalone LaTeX manual of a module or an IC into <dir> and, with --pdf, typesets it with "
-            "pdflatex. Prints the paths it wrote.",
+            "pdflatex. Prints the paths it wrote. Texts from the file are typeset as written; pdflatex runs\n"
+            "without shell escape, reads and writes only inside <dir> and is stopped after 120 s.",
             "kivtool manual examples/ic/kiv-ic-example.xml -o manual --pdf",
             {QStringLiteral("output-dir"), QStringLiteral("pdf")}},
         {"json", "json FILE [-o <path>]", "the model as JSON",

@@ -1,6 +1,8 @@
 #include "LatexOutput.h"
 
 #include "InputFile.h"
+#include "ModelMask.h"
+#include "TextMask.h"
 
 #include "ic/XmlGroup.h"
 #include "ic/XmlProductIC.h"
@@ -16,6 +18,9 @@
 #include <QStandardPaths>
 
 namespace {
+
+/// Each pdflatex run gets this long; the example manuals take a few seconds.
+constexpr int kRunSeconds = 120;
 
 struct IOKind
 {
@@ -169,39 +174,6 @@ LatexFragment icFragment(XmlProductIC* ic, const QString& name, const QString& a
     return fragmentError(QStringLiteral("kivtool: an IC has no fragment \"%1\"").arg(name));
 }
 
-/// Plain text (names, authors, descriptions) made safe for LaTeX.
-QString latexEscaped(const QString& text)
-{
-    QString escaped;
-    escaped.reserve(text.size() + 16);
-    for (const QChar c : text) {
-        switch (c.unicode()) {
-        case '\\':
-            escaped += QLatin1String("\\textbackslash{}");
-            break;
-        case '~':
-            escaped += QLatin1String("\\textasciitilde{}");
-            break;
-        case '^':
-            escaped += QLatin1String("\\textasciicircum{}");
-            break;
-        case '&':
-        case '%':
-        case '$':
-        case '#':
-        case '_':
-        case '{':
-        case '}':
-            escaped += QLatin1Char('\\');
-            escaped += c;
-            break;
-        default:
-            escaped += c;
-        }
-    }
-    return escaped;
-}
-
 /// The axis-parameter generator closes only its last long table (the hand-written manual closes the
 /// others); a standalone document needs each one closed before the next opens.
 QString closeEveryLongtable(const QString& text)
@@ -250,23 +222,10 @@ QString bankMacrosByName(QString header)
     return header.replace(bankMacro, QStringLiteral("\\expandafter\\providecommand\\csname \\1\\endcsname{}"));
 }
 
-/// Names such as "User variable #0" reach the tables unescaped; no generated table uses "#" itself.
-QString escapeHashSigns(QString body)
-{
-    static const QRegularExpression bareHash(QStringLiteral("(?<!\\\\)#"));
-    return body.replace(bareHash, QStringLiteral("\\#"));
-}
-
-/// Texts keep an ampersand as the four characters \\x26 for the manual's macro package to print.
-QString ampersandEscapes(QString body)
-{
-    return body.replace(QLatin1String("\\x26"), QLatin1String("\\&"));
-}
-
 /// The repairs a generated body needs to typeset on its own.
 QString standaloneBody(const QString& body)
 {
-    return separateNewlines(ampersandEscapes(escapeHashSigns(closeEveryLongtable(body))));
+    return separateNewlines(closeEveryLongtable(body));
 }
 
 QString readTemplate(const QString& resource)
@@ -365,24 +324,39 @@ LatexFragment latexFragment(const InputFile& input, const QString& name, const Q
 
 QString latexManual(const InputFile& input)
 {
+    // The generators escape some texts partly and others not at all: they render placeholders, and every
+    // text comes back escaped once.
+    TextMask mask;
     QString document;
     if (XmlProductModule* module = input.module()) {
+        maskModule(module, mask);
         document = readTemplate(QStringLiteral(":/templates/module-manual.tex"));
         document.replace(QLatin1String("%%HEADER%%"), bankMacrosByName(module->toLaTeXHeader()));
         document.replace(QLatin1String("%%BODY%%"), standaloneBody(moduleBody(module)));
     } else if (XmlProductIC* ic = input.ic()) {
+        maskIC(ic, mask);
         document = readTemplate(QStringLiteral(":/templates/ic-manual.tex"));
-        document.replace(QLatin1String("%%TITLE%%"), latexEscaped(ic->name()));
-        document.replace(QLatin1String("%%AUTHOR%%"), latexEscaped(ic->author()));
-        document.replace(QLatin1String("%%VERSION%%"), latexEscaped(ic->version()));
-        document.replace(QLatin1String("%%DATE%%"), latexEscaped(ic->date()));
-        QStringList description;
-        for (const QString& line : qAsConst(*ic->mainDescription()))
-            description << latexEscaped(line);
-        document.replace(QLatin1String("%%DESCRIPTION%%"), description.join(QLatin1String("\n\n")));
+        document.replace(QLatin1String("%%TITLE%%"), ic->name());
+        document.replace(QLatin1String("%%AUTHOR%%"), ic->author());
+        document.replace(QLatin1String("%%VERSION%%"), ic->version());
+        document.replace(QLatin1String("%%DATE%%"), ic->date());
+        document.replace(QLatin1String("%%DESCRIPTION%%"), ic->mainDescription()->join(QLatin1String("\n\n")));
         document.replace(QLatin1String("%%BODY%%"), standaloneBody(icBody(ic)));
     }
-    return document;
+    return mask.unmask(document, TextMask::Target::Latex);
+}
+
+QString manualBaseName(const QString& inputPath)
+{
+    if (inputPath == QLatin1String("<stdin>"))
+        return QStringLiteral("stdin");
+    QString name = QFileInfo(inputPath).completeBaseName();
+    for (QChar& c : name) {
+        if (c == QLatin1Char('\\') || c == QLatin1Char('%') || c == QLatin1Char('~') || c == QLatin1Char('"')
+            || c.category() == QChar::Other_Control)
+            c = QLatin1Char('_');
+    }
+    return name;
 }
 
 bool typesetPdf(const QString& texFile, QString* message)
@@ -395,17 +369,31 @@ bool typesetPdf(const QString& texFile, QString* message)
         return false;
     }
     const QFileInfo info(texFile);
+    // The document is the file's text: no shell commands, reading and writing only inside the output
+    // folder, nothing to read from the terminal, and a time limit for a document that never ends.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("openin_any"), QStringLiteral("p"));
+    environment.insert(QStringLiteral("openout_any"), QStringLiteral("p"));
+    environment.remove(QStringLiteral("TEXMFOUTPUT"));
+    const QStringList arguments {QStringLiteral("-no-shell-escape"), QStringLiteral("-halt-on-error"),
+        QStringLiteral("-interaction=nonstopmode"), QStringLiteral("./") + info.fileName()};
     // Long tables settle their column widths over several runs; stop once LaTeX no longer asks.
     for (int run = 0; run < 4; ++run) {
         QProcess process;
         process.setWorkingDirectory(info.absolutePath());
+        process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(
-            pdflatex, {QStringLiteral("-halt-on-error"), QStringLiteral("-interaction=nonstopmode"), info.fileName()});
-        if (!process.waitForFinished(300000) || process.exitStatus() != QProcess::NormalExit
-            || process.exitCode() != 0) {
+        process.setStandardInputFile(QProcess::nullDevice());
+        process.start(pdflatex, arguments);
+        const bool finished = process.waitForFinished(kRunSeconds * 1000);
+        if (!finished && process.state() != QProcess::NotRunning) {
             process.kill();
             process.waitForFinished();
+            *message = QStringLiteral("kivtool: pdflatex took longer than %1 s on %2; stopped")
+                           .arg(QString::number(kRunSeconds), texFile);
+            return false;
+        }
+        if (!finished || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
             const QString logPath
                 = info.absolutePath() + QLatin1Char('/') + info.completeBaseName() + QLatin1String(".log");
             *message = QStringLiteral("kivtool: pdflatex failed on %1 (see %2):\n%3")

@@ -25,6 +25,12 @@ LatexFragment latexFragment(const InputFile& input, const QString& name, const Q
 /// Empty for an ESI file.
 QString latexManual(const InputFile& input);
 
+/// The manual's file name without suffix: the input's, with each character that pdflatex cannot take in
+/// a file name (backslash, % ~ " and control characters) written "_"; "stdin" for standard input.
+QString manualBaseName(const QString& inputPath);
+
 /// Typesets `texFile` in its own directory with pdflatex, as many runs as the long tables need.
-/// On failure `message` says why (pdflatex missing, or the log's first error).
+/// pdflatex runs without shell escape, reads and writes only inside that directory, reads nothing from
+/// the terminal and gets 120 s per run. On failure `message` says why (pdflatex missing, the time
+/// limit, or the log's first error).
 bool typesetPdf(const QString& texFile, QString* message);

@@ -66,8 +66,7 @@ int runManual(const InputFile& input, const Arguments& arguments)
                 + QStringLiteral(": an ESI file has no manual; use 'kivtool json'"));
     if (!QDir().mkpath(directory))
         return fail(2, QStringLiteral("kivtool: cannot create directory ") + directory);
-    const QString baseName = input.path() == QLatin1String("<stdin>") ? QStringLiteral("stdin")
-                                                                      : QFileInfo(input.path()).completeBaseName();
+    const QString baseName = manualBaseName(input.path());
     const QString texPath = QDir(directory).filePath(baseName + QLatin1String(".tex"));
     if (const int status = writeFile(texPath, document.toUtf8()))
         return status;
