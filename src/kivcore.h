@@ -45,6 +45,7 @@
 #include "values/XmlValueVersion.h"
 
 #include "ic/IcJson.h"
+#include "ic/RegisterValues.h"
 #include "ic/XmlDatabase.h"
 #include "ic/XmlGroup.h"
 #include "ic/XmlPin.h"

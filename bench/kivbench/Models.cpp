@@ -4,7 +4,10 @@
 
 #include "esi/ESIXmlParser.h"
 #include "esi/XmlEtherCATInfo.h"
+#include "ic/RegisterValues.h"
 #include "ic/XmlProductIC.h"
+#include "ic/XmlRegisterSet.h"
+#include "ic/XmlValueRegister.h"
 #include "product/KIVXmlParser.h"
 #include "product/XmlCANopenObject.h"
 #include "product/XmlProductModule.h"
@@ -26,6 +29,23 @@ XmlProductModule* moduleOf(Model* model)
 XmlProductIC* icOf(Model* model)
 {
     return qobject_cast<XmlProductIC*>(model->product);
+}
+
+/// Every register gets a known value first, so the selectors decide the variants; then each register is
+/// decoded once. Returns the number of fields decoded.
+long long decodeAllRegisters(XmlProductIC* ic)
+{
+    RegisterValues session(ic);
+    const QList<XmlValueRegister*>& registers = *ic->registerSet()->getRegisters();
+    quint64 pattern = 0x9E3779B97F4A7C15ull;
+    for (XmlValueRegister* reg : registers) {
+        pattern = pattern * 6364136223846793005ull + 1442695040888963407ull;
+        session.setValue(reg, pattern & RegisterValues::sizeMask(reg->getSize()));
+    }
+    long long fields = 0;
+    for (XmlValueRegister* reg : registers)
+        fields += session.decode(reg, session.value(reg->address())).fields.size();
+    return fields;
 }
 
 } // namespace
@@ -140,6 +160,7 @@ QList<Renderer> renderersFor(InputKind kind)
                 [](Model* m) { return (long long)icOf(m)->toLaTeXRegisterMapDefaults().size(); }},
             {QStringLiteral("toLaTeXRegisterOverview"),
                 [](Model* m) { return (long long)icOf(m)->toLaTeXRegisterOverview().size(); }},
+            {QStringLiteral("RegisterValues decode all"), [](Model* m) { return decodeAllRegisters(icOf(m)); }},
         };
     case InputKind::ESI:
         return {

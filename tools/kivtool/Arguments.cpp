@@ -18,6 +18,12 @@ const Option kOptions[] = {
     {"output-dir", "output", 'o', "dir", "Write the manual into the folder <dir> (created when missing)."},
     {"fragment", "fragment", 0, "name", "The LaTeX fragment <name> to write."},
     {"pdf", "pdf", 0, nullptr, "Also typeset the manual with pdflatex."},
+    {"json", "json", 0, nullptr, "Write JSON instead of text."},
+    {"candidates", "candidates", 0, nullptr, "Decode every candidate variant while a selector is unknown."},
+    {"base", "base", 0, "value", "Start from <value> instead of the register's default."},
+    {"context", "context", 0, "REG=VALUE", "A known register value that selects variants; may be repeated."},
+    {"force", "force", 0, nullptr, "Write read-only fields and values outside their range as given."},
+    {"all-bases", "all-bases", 0, nullptr, "Also print the value in decimal and binary."},
 };
 
 const Option kCommonOptions[] = {
@@ -108,7 +114,7 @@ const QList<Command>& commands()
             "          (KIND: digital-inputs, analog-inputs, digital-outputs-sio, digital-outputs-gio)\n"
             "  IC:     regmap, regmap-defaults, overview, overview-group ID",
             "kivtool latex examples/module/kiv-module-example.xml --fragment global 2",
-            {QStringLiteral("fragment"), QStringLiteral("output")}},
+            {QStringLiteral("fragment"), QStringLiteral("output")}, 1, 2},
         {"manual", "manual FILE -o <dir> [--pdf]", "a standalone LaTeX manual, typeset with --pdf",
             "Writes a standalone LaTeX manual of a module or an IC into <dir> and, with --pdf, typesets it with "
             "pdflatex. Prints the paths it wrote. Texts from the file are typeset as written; pdflatex runs\n"
@@ -119,6 +125,27 @@ const QList<Command>& commands()
             "Writes the parsed model as pretty-printed JSON: modules and ICs as docs/json.md describes, ESI files as "
             "docs/esi-json.md does.",
             "kivtool json examples/ic/kiv-ic-example.xml | jq '.registerSet.registers[0]'", {QStringLiteral("output")}},
+        {"decode", "decode FILE REG=VALUE... [--json] [--candidates]", "what register values of an IC mean",
+            "Decodes each register value given: every field of the register's variant with its raw value and\n"
+            "meaning, the bits no field covers, and warnings (values out of range, alerts). REG is a register\n"
+            "name or address; VALUE is decimal, 0x hexadecimal or 0b binary. Each pair is decoded in the context\n"
+            "of all the others, so the selecting registers given on the same line choose the variants; while a\n"
+            "selector is unknown the candidate variants are listed with the selector value each needs.",
+            "kivtool decode examples/ic/kiv-ic-example.xml BRG_SELECT=0x21 BRG_DECAY=0x12A46",
+            {QStringLiteral("json"), QStringLiteral("candidates"), QStringLiteral("output")}, 2, -1,
+            "a FILE and REG=VALUE"},
+        {"encode",
+            "encode FILE REG FIELD=VALUE... [--base <value>] [--context REG=VALUE]... [--force] [--json] [--all-bases]",
+            "the register value that sets the given fields",
+            "Writes the value of register REG with the given fields set, starting from --base or the register's\n"
+            "default. FIELD is matched case-insensitively; VALUE is a number (negative ones for signed fields) or\n"
+            "a choice's text. --context gives the selecting registers' values that choose the variant. A value\n"
+            "that does not fit, a read-only field or a value out of range is refused unless --force is given.",
+            "kivtool encode examples/ic/kiv-ic-example.xml BRG_DECAY t_slow=10 blank=\"1.5 us\" --context "
+            "BRG_SELECT=2",
+            {QStringLiteral("base"), QStringLiteral("context"), QStringLiteral("force"), QStringLiteral("json"),
+                QStringLiteral("all-bases"), QStringLiteral("output")},
+            2, -1, "a FILE and REG"},
     };
     return list;
 }

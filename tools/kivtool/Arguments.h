@@ -13,6 +13,9 @@ struct Command
     const char* description; ///< a paragraph for the command's own help
     const char* example; ///< one or more lines, each a complete command
     QStringList options; ///< long names of the options it takes besides --help and --verbose
+    int minOperands = 1; ///< FILE included
+    int maxOperands = 1; ///< -1: no limit
+    const char* needs = "a FILE"; ///< what is missing when fewer operands are given
 };
 
 /// The command line split into command, operands and options, or a usage error (exit 2).

@@ -7,6 +7,7 @@
 #include "JsonOutput.h"
 #include "LatexOutput.h"
 #include "Output.h"
+#include "RegisterCommands.h"
 #include "Summary.h"
 
 #include <QCoreApplication>
@@ -89,12 +90,12 @@ int runJson(const InputFile& input, const QString& output)
 int run(const Arguments& arguments)
 {
     const QString& command = arguments.command;
-    if (arguments.operands.isEmpty())
-        return usageError(command + QStringLiteral(" needs a FILE"), command);
-    if (command != QLatin1String("latex") && arguments.operands.size() > 1)
-        return usageError(QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(1)), command);
-    if (command == QLatin1String("latex") && arguments.operands.size() > 2)
-        return usageError(QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(2)), command);
+    const Command* spec = findCommand(command);
+    if (arguments.operands.size() < spec->minOperands)
+        return usageError(command + QStringLiteral(" needs ") + QLatin1String(spec->needs), command);
+    if (spec->maxOperands >= 0 && arguments.operands.size() > spec->maxOperands)
+        return usageError(
+            QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(spec->maxOperands)), command);
 
     LoadError error;
     QStringList audit;
@@ -122,6 +123,8 @@ int run(const Arguments& arguments)
         return runLatex(*input, arguments);
     if (command == QLatin1String("manual"))
         return runManual(*input, arguments);
+    if (command == QLatin1String("decode") || command == QLatin1String("encode"))
+        return runRegisterCommand(*input, arguments);
     return runJson(*input, output);
 }
 
