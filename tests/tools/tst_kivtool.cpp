@@ -17,6 +17,7 @@
 #include "product/XmlProductModule.h"
 
 #include <QDir>
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
@@ -109,6 +110,8 @@ class TestKivtool : public QObject
 private slots:
     void errors_data();
     void errors();
+    void registerCommands_data();
+    void registerCommands();
     void summary_data();
     void summary();
     void dumpIsTheDebugText_data();
@@ -179,6 +182,49 @@ void TestKivtool::errors_data()
         << "^kivtool: cannot write /nonexistent/folder/out.txt: ";
     QTest::newRow("html of ESI") << QByteArray("<EtherCATInfo/>") << QStringList {"html", "FILE"} << 1
                                  << "an ESI file has no HTML page";
+
+    const QByteArray ic = TestXml::readFile(kIC);
+    QTest::newRow("decode without a pair")
+        << ic << QStringList {"decode", "FILE"} << 2
+        << "^kivtool: decode needs a F.LE and REG=VALUE\nTry 'kivtool help decode'.\n$";
+    QTest::newRow("decode, no =") << ic << QStringList {"decode", "FILE", "BRG_SELECT"} << 2
+                                  << "^kivtool: decode expects REG=VALUE, not \"BRG_SELECT\"\n";
+    QTest::newRow("decode, unknown register")
+        << ic << QStringList {"decode", "FILE", "BRG_SELECT=1", "BRG_SELEKT=1"} << 1
+        << "^kivtool: no register \"BRG_SELEKT\"; nearest: BRG_SELECT, BRG_DECAY, BRG_HOLD\n$";
+    QTest::newRow("decode, free address")
+        << ic << QStringList {"decode", "FILE", "0x30=1"} << 1 << "^kivtool: no register at address 0x30\n$";
+    QTest::newRow("decode, value too wide") << ic << QStringList {"decode", "FILE", "BRG_SELECT=0x100"} << 1
+                                            << "^kivtool: BRG_SELECT: 0x100 does not fit the register's 8 bits\n$";
+    QTest::newRow("decode, not a number") << ic << QStringList {"decode", "FILE", "BRG_SELECT=high"} << 1
+                                          << "^kivtool: BRG_SELECT: \"high\" is not a number\n$";
+    QTest::newRow("decode of a module")
+        << QByteArray("<product_module/>") << QStringList {"decode", "FILE", "A=1"} << 1
+        << "^kivtool: FILE: decode needs an IC file \\(root product_ic\\); this is a module file";
+    QTest::newRow("encode of ESI")
+        << QByteArray("<EtherCATInfo/>") << QStringList {"encode", "FILE", "A"} << 1
+        << "^kivtool: FILE: encode needs an IC file \\(root product_ic\\); this is an ESI file, "
+           "which has no registers\n$";
+    QTest::newRow("encode without REG") << ic << QStringList {"encode", "FILE"} << 2
+                                        << "^kivtool: encode needs a F.LE and REG\n";
+    QTest::newRow("encode, unknown field")
+        << ic << QStringList {"encode", "FILE", "GLD_MODE", "speed=1"} << 1
+        << "^kivtool: GLD_MODE has no field \"speed\" \\(fields: glide_mode, s_curve, "
+           "wait_sync\\)\n$";
+    QTest::newRow("encode, read-only") << ic << QStringList {"encode", "FILE", "SYS_PINS", "lvl_pul=1"} << 1
+                                       << "^kivtool: SYS_PINS.lvl_pul is read-only \\(access R\\): not written "
+                                          "\\(--force writes it anyway\\)\n$";
+    QTest::newRow("encode, too wide")
+        << ic << QStringList {"encode", "FILE", "BRG_DECAY", "t_slow=32", "--context", "BRG_SELECT=1"} << 1
+        << "^kivtool: BRG_DECAY.t_slow: 32 does not fit the field's 5 bits \\(allowed 0 to 31\\)\n$";
+    QTest::newRow("encode, field of the other variant")
+        << ic << QStringList {"encode", "FILE", "BRG_DECAY", "mix_ratio=1", "--context", "BRG_SELECT=2"} << 1
+        << "^kivtool: BRG_DECAY: field mix_ratio belongs to variant \"Mixed decay\", which needs BRG_SELECT bits 0-1 "
+           "\\(decay_kind\\) = 0; ";
+    QTest::newRow("encode, bad base") << ic << QStringList {"encode", "FILE", "GLD_MODE", "--base", "0x1FF"} << 1
+                                      << "^kivtool: --base: GLD_MODE: 0x1FF does not fit the register's 8 bits\n$";
+    QTest::newRow("encode, bad context") << ic << QStringList {"encode", "FILE", "GLD_MODE", "--context", "BRG_SELECT"}
+                                         << 2 << "^kivtool: --context expects REG=VALUE, not \"BRG_SELECT\"\n";
 }
 
 void TestKivtool::errors()
@@ -199,6 +245,75 @@ void TestKivtool::errors()
     QVERIFY(run.out.isEmpty());
     const QRegularExpression expected(message.replace(QStringLiteral("FILE"), QRegularExpression::escape(path)));
     QVERIFY2(expected.match(run.err).hasMatch(), qPrintable(run.err));
+}
+
+void TestKivtool::registerCommands_data()
+{
+    QTest::addColumn<QStringList>("arguments"); // after the file
+    QTest::addColumn<QString>("output"); // the whole standard output
+
+    QTest::newRow("encode") << QStringList {"encode", "BRG_DECAY", "t_slow=10", "blank=1.5 us", "--context",
+        "BRG_SELECT=2"} << "0x0002004A\n";
+    QTest::newRow("encode from a base, all bases") << QStringList {"encode", "GLD_MODE", "glide_mode=park", "--base",
+        "0x08", "--all-bases"} << "hex      0x0B\ndecimal  11\nbinary   0b0000_1011\n";
+    QTest::newRow("decode under two selectors")
+        << QStringList {"decode", "BRG_SELECT=0x21", "BRG_LOOP=0x1234"}
+        << "BRG_SELECT at 0x90 = 0x21\n"
+           "  bits  field       raw  meaning\n"
+           "  0-1   decay_kind    1  timed slow decay\n"
+           "  4-5   loop_kind     2  averaged current\n"
+           "\n"
+           "BRG_LOOP at 0x92 = 0x00001234, variant \"Current loop\"\n"
+           "  BRG_SELECT bits 4-5 (loop_kind) = 1 to 3 selects \"Current loop\"\n"
+           "  bits   field       raw  meaning\n"
+           "  0-7    kp           52  52\n"
+           "  8-15   ki           18  18\n"
+           "  16-17  pwm_rate      0  20 kHz\n"
+           "  20     load_sense    0  off\n"
+           "  24-27  load_lo       0  0\n";
+    QTest::newRow("decode, selector unknown")
+        << QStringList {"decode", "BRG_LOOP=0x1234"}
+        << "BRG_LOOP at 0x92 = 0x00001234, variant not decided\n"
+           "  set BRG_SELECT first: bits 4-5 (loop_kind) = 0 selects \"Duty loop\"\n"
+           "  set BRG_SELECT first: bits 4-5 (loop_kind) = 1 to 3 selects \"Current loop\"\n"
+           "  (--candidates decodes each)\n";
+}
+
+/// Whole outputs of decode and encode on the example IC, and the shapes of their JSON.
+void TestKivtool::registerCommands()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, output);
+    arguments.insert(1, kIC);
+    const Run run = kivtool(arguments);
+    QCOMPARE(run.err, QString());
+    QCOMPARE(run.exitCode, 0);
+    KIV_COMPARE_TEXT(run.out, output);
+
+    const Run json = kivtool(arguments << QStringLiteral("--json"));
+    QCOMPARE(json.exitCode, 0);
+    const QJsonObject object = QJsonDocument::fromJson(json.out.toUtf8()).object();
+    if (arguments.first() == QLatin1String("encode")) {
+        QCOMPARE(
+            object.value(QStringLiteral("value")).toString(), output.section(QLatin1Char('\n'), 0, 0).section(' ', -1));
+        for (const char* key : {"name", "address", "variant"})
+            QVERIFY2(object.contains(QLatin1String(key)), key);
+        return;
+    }
+    const QJsonArray registers = object.value(QStringLiteral("registers")).toArray();
+    QCOMPARE(registers.size(), arguments.size() - 3);
+    const QJsonObject last = registers.last().toObject();
+    for (const char* key : {"name", "address", "value", "variant", "fields", "uncovered"})
+        QVERIFY2(last.contains(QLatin1String(key)), key);
+    if (last.value(QStringLiteral("variant")).isNull()) {
+        QCOMPARE(last.value(QStringLiteral("candidates")).toArray(), QJsonArray({"Duty loop", "Current loop"}));
+        return;
+    }
+    const QJsonObject kp = last.value(QStringLiteral("fields")).toArray().first().toObject();
+    QCOMPARE(kp,
+        (QJsonObject {{"name", "kp"}, {"shift", 0}, {"mask", "0xFF"}, {"bits", "bits 0-7"}, {"raw", 52},
+            {"rawHex", "0x34"}, {"text", "52"}, {"unit", ""}, {"kind", "Unsigned"}, {"inRange", true},
+            {"range", "0 to 255"}, {"alerts", QJsonArray()}}));
 }
 
 void TestKivtool::summary_data()
@@ -446,6 +561,12 @@ void TestKivtool::help_data()
     QTest::newRow("json") << "json"
                           << "json FILE [-o <path>]"
                           << "kivtool json examples/";
+    QTest::newRow("decode") << "decode"
+                            << "decode FILE REG=VALUE... [--json] [--candidates]"
+                            << "BRG_SELECT=0x21 BRG_DECAY=";
+    QTest::newRow("encode") << "encode"
+                            << "encode FILE REG FIELD=VALUE... [--base <value>] [--context REG=VALUE]... [--force] [--json] [--all-bases]"
+                            << "--context BRG_SELECT=2";
 }
 
 /// "kivtool help X" and "kivtool X --help" give the same text: usage, options with agreeing placeholders,

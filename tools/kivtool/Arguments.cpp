@@ -21,7 +21,7 @@ const Option kOptions[] = {
     {"json", "json", 0, nullptr, "Write JSON instead of text."},
     {"candidates", "candidates", 0, nullptr, "Decode every candidate variant while a selector is unknown."},
     {"base", "base", 0, "value", "Start from <value> instead of the register's default."},
-    {"context", "context", 0, "REG=VALUE", "A known register value that selects variants; may be repeated."},
+    {"context", "context", 0, "pair", "A known register value REG=VALUE that selects variants; repeatable."},
     {"force", "force", 0, nullptr, "Write read-only fields and values outside their range as given."},
     {"all-bases", "all-bases", 0, nullptr, "Also print the value in decimal and binary."},
 };
@@ -131,7 +131,7 @@ const QList<Command>& commands()
             "name or address; VALUE is decimal, 0x hexadecimal or 0b binary. Each pair is decoded in the context\n"
             "of all the others, so the selecting registers given on the same line choose the variants; while a\n"
             "selector is unknown the candidate variants are listed with the selector value each needs.",
-            "kivtool decode examples/ic/kiv-ic-example.xml BRG_SELECT=0x21 BRG_DECAY=0x12A46",
+            "kivtool decode examples/ic/kiv-ic-example.xml BRG_SELECT=0x21 BRG_DECAY=0x1125A46",
             {QStringLiteral("json"), QStringLiteral("candidates"), QStringLiteral("output")}, 2, -1,
             "a FILE and REG=VALUE"},
         {"encode",
