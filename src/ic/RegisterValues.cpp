@@ -11,6 +11,8 @@
 #include "values/XmlValueBool.h"
 #include "values/XmlValueChoice.h"
 
+#include <QVector>
+
 #include <algorithm>
 
 namespace {
