@@ -58,6 +58,13 @@ QString escapeLatex(const QString& text)
     return out;
 }
 
+QString escapeLatexPercentUnderscore(QString text)
+{
+    text.replace(QLatin1String("%"), QLatin1String("\\%"));
+    text.replace(QLatin1String("_"), QLatin1String("\\textunderscore "));
+    return text;
+}
+
 QString escapeLatexMapLine(QString line)
 {
     line.replace(QLatin1Char('_'), QLatin1String("\\_"));

@@ -24,6 +24,9 @@ inline QString latexLabelName(QString name)
 /// sign. The file's \x26 stands for an ampersand and is printed as one.
 QString escapeLatex(const QString& text);
 
+/// The module manual's escaping: "%" and "_" only, the underscore as "\\textunderscore " (with its blank).
+QString escapeLatexPercentUnderscore(QString text);
+
 /// The register map's lighter escaping: only "_", "&", "^" and the degree sign; everything else goes
 /// through as written.
 QString escapeLatexMapLine(QString line);
