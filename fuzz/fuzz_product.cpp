@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     if (XmlProductInterface* product = KIVXmlParser::parseProduct(fuzzInputFile(data, size))) {
         RenderAll::product(product);
-        RenderAll::deleteProduct(product);
+        KIVXmlParser::deleteProduct(product);
     }
     return 0;
 }

@@ -2,6 +2,7 @@
 
 // Every public header of the library.
 
+#include "base/XmlItemContainer.h"
 #include "product/KIVXmlParser.h"
 #include "product/ModuleJson.h"
 #include "product/XmlAnalogInput.h"
@@ -23,7 +24,6 @@
 #include "product/XmlGlobalParameters.h"
 #include "product/XmlIrq.h"
 #include "product/XmlIrqs.h"
-#include "product/XmlItemContainer.h"
 #include "product/XmlNumberedItem.h"
 #include "product/XmlParameterInterface.h"
 #include "product/XmlProductInterface.h"

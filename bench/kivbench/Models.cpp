@@ -86,7 +86,7 @@ QString kindName(InputKind kind)
 
 Model::~Model()
 {
-    RenderAll::deleteProduct(product);
+    KIVXmlParser::deleteProduct(product);
     delete esi;
 }
 

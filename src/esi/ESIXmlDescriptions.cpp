@@ -2,7 +2,6 @@
 
 #include "esi/ESIXmlDevice.h"
 #include "esi/ESIXmlGroup.h"
-#include "esi/ESIXmlText_p.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,7 +1,8 @@
 #include "esi/ESIXmlDevice.h"
 
 #include "esi/ESIXmlProfile.h"
-#include "esi/ESIXmlText_p.h"
+#include "text/DebugText_p.h"
+#include "text/Numbers_p.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -13,30 +14,30 @@ ESIXmlDevice::~ESIXmlDevice()
 
 quint32 ESIXmlDevice::getProductCode() const
 {
-    return EsiText::hexAfterPrefix(m_productCode);
+    return KivText::hexAfterPrefix(m_productCode);
 }
 
 quint32 ESIXmlDevice::getRevisionNo() const
 {
-    return EsiText::hexAfterPrefix(m_revisionNo);
+    return KivText::hexAfterPrefix(m_revisionNo);
 }
 
 QString ESIXmlDevice::toString(QString indent) const
 {
     QString s;
     s.reserve(128 + m_physics.size() + m_type.size() + m_name.size() + 8 * indent.size());
-    EsiText::openBlock(s, indent, QLatin1String("Device"));
-    EsiText::field(s, indent, QLatin1String("\tPhysics: "), m_physics);
-    EsiText::field(s, indent, QLatin1String("\tType: "), m_type);
-    EsiText::field(s, indent, QLatin1String("\tProductCode: "), m_productCode);
-    EsiText::field(s, indent, QLatin1String("\tRevisionNo: "), m_revisionNo);
-    EsiText::field(s, indent, QLatin1String("\tName: "), m_name);
+    KivText::openBlock(s, indent, QLatin1String("Device"));
+    KivText::field(s, indent, QLatin1String("\tPhysics: "), m_physics);
+    KivText::field(s, indent, QLatin1String("\tType: "), m_type);
+    KivText::field(s, indent, QLatin1String("\tProductCode: "), m_productCode);
+    KivText::field(s, indent, QLatin1String("\tRevisionNo: "), m_revisionNo);
+    KivText::field(s, indent, QLatin1String("\tName: "), m_name);
     const QString inner = indent + QLatin1Char('\t');
     for (const ESIXmlProfile* profile : m_profiles) {
         if (profile)
             s += profile->toString(inner);
     }
-    EsiText::closeBlock(s, indent);
+    KivText::closeBlock(s, indent);
     return s;
 }
 

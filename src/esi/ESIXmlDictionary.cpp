@@ -2,7 +2,6 @@
 
 #include "esi/ESIXmlDictionaryDataType.h"
 #include "esi/ESIXmlDictionaryObject.h"
-#include "esi/ESIXmlText_p.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

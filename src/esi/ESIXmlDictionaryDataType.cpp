@@ -1,6 +1,5 @@
 #include "esi/ESIXmlDictionaryDataType.h"
-
-#include "esi/ESIXmlText_p.h"
+#include "text/DebugText_p.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -9,13 +8,13 @@ QString ESIXmlDictionaryDataTypeSubItem::toString(QString indent) const
 {
     QString s;
     s.reserve(96 + m_name.size() + m_type.size() + m_flags.size() + 8 * indent.size());
-    EsiText::openBlock(s, indent, QLatin1String("SubItem"));
-    EsiText::field(s, indent, QLatin1String("\tName: "), m_name);
-    EsiText::field(s, indent, QLatin1String("\tType: "), m_type);
-    EsiText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);
-    EsiText::field(s, indent, QLatin1String("\tBitOffs: "), m_bitOffs);
-    EsiText::field(s, indent, QLatin1String("\tFlags: "), m_flags);
-    EsiText::closeBlock(s, indent);
+    KivText::openBlock(s, indent, QLatin1String("SubItem"));
+    KivText::field(s, indent, QLatin1String("\tName: "), m_name);
+    KivText::field(s, indent, QLatin1String("\tType: "), m_type);
+    KivText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);
+    KivText::field(s, indent, QLatin1String("\tBitOffs: "), m_bitOffs);
+    KivText::field(s, indent, QLatin1String("\tFlags: "), m_flags);
+    KivText::closeBlock(s, indent);
     return s;
 }
 
@@ -36,15 +35,15 @@ QString ESIXmlDictionaryDataType::toString(QString indent) const
 {
     QString s;
     s.reserve(48 + m_name.size() + 5 * indent.size() + m_subItems.size() * (96 + 8 * indent.size()));
-    EsiText::openBlock(s, indent, QLatin1String("DataType"));
-    EsiText::field(s, indent, QLatin1String("\tName: "), m_name);
-    EsiText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);
+    KivText::openBlock(s, indent, QLatin1String("DataType"));
+    KivText::field(s, indent, QLatin1String("\tName: "), m_name);
+    KivText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);
     const QString inner = indent + QLatin1Char('\t');
     for (const ESIXmlDictionaryDataTypeSubItem* subItem : m_subItems) {
         if (subItem)
             s += subItem->toString(inner);
     }
-    EsiText::closeBlock(s, indent);
+    KivText::closeBlock(s, indent);
     return s;
 }
 

@@ -1,7 +1,8 @@
 #include "esi/ESIXmlDictionaryObject.h"
 
 #include "esi/ESIXmlObjectInfo.h"
-#include "esi/ESIXmlText_p.h"
+#include "text/DebugText_p.h"
+#include "text/Numbers_p.h"
 
 #include <QJsonObject>
 
@@ -12,7 +13,7 @@ ESIXmlDictionaryObject::~ESIXmlDictionaryObject()
 
 int ESIXmlDictionaryObject::getIndex() const
 {
-    return static_cast<int>(EsiText::hexAfterPrefix(m_index, 4));
+    return static_cast<int>(KivText::hexAfterPrefix(m_index, 4));
 }
 
 void ESIXmlDictionaryObject::setInfo(ESIXmlObjectInfo* info)
@@ -27,14 +28,14 @@ QString ESIXmlDictionaryObject::toString(QString indent) const
 {
     QString s;
     s.reserve(96 + m_index.size() + m_name.size() + m_type.size() + m_bitSize.size() + 8 * indent.size());
-    EsiText::openBlock(s, indent, QLatin1String("Object"));
-    EsiText::field(s, indent, QLatin1String("\tIndex: "), m_index);
-    EsiText::field(s, indent, QLatin1String("\tName: "), m_name);
-    EsiText::field(s, indent, QLatin1String("\tType: "), m_type);
-    EsiText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);
+    KivText::openBlock(s, indent, QLatin1String("Object"));
+    KivText::field(s, indent, QLatin1String("\tIndex: "), m_index);
+    KivText::field(s, indent, QLatin1String("\tName: "), m_name);
+    KivText::field(s, indent, QLatin1String("\tType: "), m_type);
+    KivText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);
     if (m_info)
         s += m_info->toString(indent + QLatin1Char('\t'));
-    EsiText::closeBlock(s, indent);
+    KivText::closeBlock(s, indent);
     return s;
 }
 

@@ -1,7 +1,7 @@
 #include "esi/ESIXmlObjectInfo.h"
 
 #include "esi/ESIXmlSubItem.h"
-#include "esi/ESIXmlText_p.h"
+#include "text/DebugText_p.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -15,14 +15,14 @@ QString ESIXmlObjectInfo::toString(QString indent) const
 {
     QString s;
     s.reserve(48 + 4 * indent.size() + m_subItems.size() * (48 + 4 * indent.size()));
-    EsiText::openBlock(s, indent, QLatin1String("Info"));
-    EsiText::field(s, indent, QLatin1String("\tDefault Value: "), m_defaultValue);
+    KivText::openBlock(s, indent, QLatin1String("Info"));
+    KivText::field(s, indent, QLatin1String("\tDefault Value: "), m_defaultValue);
     const QString inner = indent + QLatin1Char('\t');
     for (int i = 0; i < m_subItems.size(); ++i) {
         if (m_subItems.at(i))
             s += m_subItems.at(i)->toString(inner, i);
     }
-    EsiText::closeBlock(s, indent);
+    KivText::closeBlock(s, indent);
     return s;
 }
 

@@ -1,7 +1,7 @@
 #include "esi/ESIXmlProfile.h"
 
 #include "esi/ESIXmlDictionary.h"
-#include "esi/ESIXmlText_p.h"
+#include "text/DebugText_p.h"
 
 #include <QJsonObject>
 
@@ -22,11 +22,11 @@ QString ESIXmlProfile::toString(QString indent) const
 {
     QString s;
     s.reserve(48 + m_profileNo.size() + 4 * indent.size());
-    EsiText::openBlock(s, indent, QLatin1String("Profile"));
-    EsiText::field(s, indent, QLatin1String("\tProfileNo: "), m_profileNo);
+    KivText::openBlock(s, indent, QLatin1String("Profile"));
+    KivText::field(s, indent, QLatin1String("\tProfileNo: "), m_profileNo);
     if (m_dictionary)
         s += m_dictionary->toString(indent + QLatin1Char('\t'));
-    EsiText::closeBlock(s, indent);
+    KivText::closeBlock(s, indent);
     return s;
 }
 

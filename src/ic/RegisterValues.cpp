@@ -1,6 +1,6 @@
 #include "ic/RegisterValues.h"
 
-#include "ic/IcText_p.h"
+#include "text/Ampersand_p.h"
 #include "ic/XmlProductIC.h"
 #include "ic/XmlRegisterSet.h"
 #include "ic/XmlRegisterVariant.h"
@@ -84,7 +84,7 @@ QString unitOf(XmlValueInterface* value)
 
 QString choiceText(const XmlValueChoiceElement* element)
 {
-    const QString text = KivIcText::replaceAmpersandEscape(element->getDescription());
+    const QString text = KivText::replaceAmpersandEscape(element->getDescription());
     return text.isEmpty() ? QString::number(element->getValue()) : text;
 }
 

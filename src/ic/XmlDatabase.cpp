@@ -1,7 +1,5 @@
 #include "ic/XmlDatabase.h"
 
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
 #include "values/XmlValueBool2.h"
 #include "values/XmlValueDb.h"
 
@@ -32,38 +30,4 @@ QString XmlDatabase::toString() const
         + QString::number(m_vSRTL) + QLatin1String("\nV_SRTH: ") + QString::number(m_vSRTH)
         + QLatin1String("\noffset: ") + QString::number(m_offset ? 1 : 0) + QLatin1String("\n}");
     return text;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kDatabaseInfo {QLatin1String("database"),
-    "static XmlDatabase* KIVXmlParser::parseDatabase(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-
-// The database keeps only the numbers, so the descriptors are freed once they are copied.
-const ChildRule<XmlDatabase> kDatabaseRules[] = {
-    {QLatin1String("value_db"),
-        [](QXmlStreamReader* r, XmlDatabase* db) {
-            XmlValueDb* value = KIVXmlParser::parseValueDb(r);
-            db->appendValueDb(value);
-            delete value;
-        }},
-    {QLatin1String("value_bool2"),
-        [](QXmlStreamReader* r, XmlDatabase* db) {
-            XmlValueBool2* value = KIVXmlParser::parseValueBool2(r);
-            db->appendValueBool2(value);
-            delete value;
-        }},
-};
-
-} // namespace
-
-XmlDatabase* KIVXmlParser::parseDatabase(QXmlStreamReader* reader)
-{
-    auto* database = new XmlDatabase();
-    const QXmlStreamAttributes attributes = reader->attributes();
-    database->setFor(attrText(attributes, QLatin1String("for")));
-    database->setName(attrText(attributes, QLatin1String("name")));
-    return parseElement(reader, database, kDatabaseInfo, kDatabaseRules);
 }

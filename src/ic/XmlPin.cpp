@@ -1,9 +1,6 @@
 #include "ic/XmlPin.h"
-
-#include "ic/HtmlTables_p.h"
-#include "ic/IcText_p.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "text/Html_p.h"
+#include "text/Numbers_p.h"
 
 XmlPin::XmlPin(unsigned int id, QString type, QString name, QString descShort, QString descLong, QString descLow,
     QString descHigh, QString descFloating, QString defaultState)
@@ -20,7 +17,7 @@ XmlPin::XmlPin(unsigned int id, QString type, QString name, QString descShort, Q
 
 QString XmlPin::getStringFromValue(unsigned long long value) const
 {
-    return KivIcText::upperHex(value);
+    return KivText::upperHex(value);
 }
 
 QString XmlPin::toString(QString indent) const
@@ -38,41 +35,14 @@ QString XmlPin::toHtml() const
 {
     QString html;
     html.reserve(768);
-    html += QLatin1String(KivHtml::kWideTableOpen);
-    KivHtml::appendRow(html,
+    html += QLatin1String(KivText::kWideTableOpen);
+    KivText::appendRow(html,
         {QStringLiteral("ID"), QStringLiteral("Type"), QStringLiteral("Name"), QStringLiteral("Description short"),
             QStringLiteral("Description long"), QStringLiteral("Description low"), QStringLiteral("Description high"),
             QStringLiteral("Description floating"), QStringLiteral("Default state")});
-    KivHtml::appendRow(html,
+    KivText::appendRow(html,
         {QString::number(m_id), m_type, m_name, m_descShort, m_descLong, m_descLow, m_descHigh, m_descFloating,
             m_defaultState});
-    html += QLatin1String(KivHtml::kTableClose);
+    html += QLatin1String(KivText::kTableClose);
     return html;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kPinInfo {
-    QLatin1String("pin"), "static XmlPin* KIVXmlParser::parsePin(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-
-} // namespace
-
-XmlPin* KIVXmlParser::parsePin(QXmlStreamReader* reader)
-{
-    const QXmlStreamAttributes attributes = reader->attributes();
-    auto* pin = new XmlPin(attrUInt(attributes, QLatin1String("id")), attrText(attributes, QLatin1String("type")),
-        attrText(attributes, QLatin1String("name")), attrText(attributes, QLatin1String("desc_short")),
-        attrText(attributes, QLatin1String("desc_long")), QStringLiteral("low"), QStringLiteral("high"),
-        QStringLiteral("floating"), QStringLiteral("floating"));
-    if (attributes.hasAttribute(QLatin1String("desc_low")))
-        pin->setDescriptionLow(attrText(attributes, QLatin1String("desc_low")));
-    if (attributes.hasAttribute(QLatin1String("desc_high")))
-        pin->setDescriptionHigh(attrText(attributes, QLatin1String("desc_high")));
-    if (attributes.hasAttribute(QLatin1String("desc_floating")))
-        pin->setDescriptionFloating(attrText(attributes, QLatin1String("desc_floating")));
-    if (attributes.hasAttribute(QLatin1String("default_state")))
-        pin->setDefaultState(attrText(attributes, QLatin1String("default_state")));
-    return parseElement(reader, pin, kPinInfo);
 }

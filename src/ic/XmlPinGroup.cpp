@@ -1,10 +1,8 @@
 #include "ic/XmlPinGroup.h"
 
-#include "ic/HtmlTables_p.h"
-#include "ic/IcText_p.h"
 #include "ic/XmlPin.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "text/Html_p.h"
+#include "text/Numbers_p.h"
 
 XmlPinGroup::XmlPinGroup(unsigned int id, QString name, QString description, QString states, QString descStates)
     : m_id(id)
@@ -14,31 +12,20 @@ XmlPinGroup::XmlPinGroup(unsigned int id, QString name, QString description, QSt
     , m_descStates(descStates)
 { }
 
-XmlPinGroup::~XmlPinGroup()
-{
-    qDeleteAll(m_pins);
-}
-
-void XmlPinGroup::appendPin(XmlPin* pin)
-{
-    if (pin)
-        m_pins.append(pin);
-}
-
 QString XmlPinGroup::getStringFromValue(unsigned long long value) const
 {
-    return KivIcText::upperHex(value);
+    return KivText::upperHex(value);
 }
 
 QString XmlPinGroup::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(128 + 256 * m_pins.size());
+    text.reserve(128 + 256 * m_items.size());
     text += indent + QLatin1String("XmlPinGroup(id: ") + QString::number(m_id) + QLatin1String(", name: ") + m_name
         + QLatin1String(", description: ") + m_description + QLatin1String(", states: ") + m_states
         + QLatin1String(", desc_states: ") + m_descStates + QLatin1String(")\n") + indent + QLatin1Char('{');
-    for (const XmlPin* pin : m_pins)
+    for (const XmlPin* pin : m_items)
         text += QLatin1Char('\n') + pin->toString(indent);
     text += QLatin1Char('\n') + indent + QLatin1Char('}');
     return text;
@@ -47,42 +34,14 @@ QString XmlPinGroup::toString(QString indent) const
 QString XmlPinGroup::toHtml() const
 {
     QString html;
-    html.reserve(512 + 1024 * m_pins.size());
-    html += QLatin1String(KivHtml::kWideTableOpen);
-    KivHtml::appendRow(html,
+    html.reserve(512 + 1024 * m_items.size());
+    html += QLatin1String(KivText::kWideTableOpen);
+    KivText::appendRow(html,
         {QStringLiteral("ID"), QStringLiteral("Name"), QStringLiteral("Description"), QStringLiteral("States"),
             QStringLiteral("Description states")});
-    KivHtml::appendRow(html, {QString::number(m_id), m_name, m_description, m_states, m_descStates});
-    for (const XmlPin* pin : m_pins)
-        KivHtml::appendChildRow(html, pin->toHtml());
-    html += QLatin1String(KivHtml::kTableClose);
+    KivText::appendRow(html, {QString::number(m_id), m_name, m_description, m_states, m_descStates});
+    for (const XmlPin* pin : m_items)
+        KivText::appendChildRow(html, pin->toHtml());
+    html += QLatin1String(KivText::kTableClose);
     return html;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kPinGroupInfo {QLatin1String("pin_group"),
-    "static XmlPinGroup* KIVXmlParser::parsePinGroup(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-
-const ChildRule<XmlPinGroup> kPinGroupRules[] = {
-    {QLatin1String("pin"),
-        [](QXmlStreamReader* r, XmlPinGroup* group) { group->appendPin(KIVXmlParser::parsePin(r)); }},
-};
-
-} // namespace
-
-XmlPinGroup* KIVXmlParser::parsePinGroup(QXmlStreamReader* reader)
-{
-    const QXmlStreamAttributes attributes = reader->attributes();
-    auto* group
-        = new XmlPinGroup(attrUInt(attributes, QLatin1String("id")), attrText(attributes, QLatin1String("name")),
-            attrText(attributes, QLatin1String("description")), QString(), QString());
-    if (attributes.hasAttribute(QLatin1String("states")))
-        group->setStates(attrText(attributes, QLatin1String("states")));
-    // Deliberately kept: "desc_states" goes to the states too and the desc states stay empty.
-    if (attributes.hasAttribute(QLatin1String("desc_states")))
-        group->setStates(attrText(attributes, QLatin1String("desc_states")));
-    return parseElement(reader, group, kPinGroupInfo, kPinGroupRules);
 }

@@ -1,19 +1,17 @@
 #pragma once
 
+#include "base/XmlItemContainer.h"
+#include "ic/XmlPin.h"
 #include "kivcore_export.h"
 
 #include <QList>
 #include <QString>
 
-class XmlPin;
-
 /// A named group of pins of an IC. Owns its pins.
-class KIVCORE_EXPORT XmlPinGroup
+class KIVCORE_EXPORT XmlPinGroup : public XmlItemContainer<XmlPin>
 {
 public:
     XmlPinGroup(unsigned int id, QString name, QString description, QString states, QString descStates);
-    ~XmlPinGroup();
-    Q_DISABLE_COPY(XmlPinGroup)
 
     unsigned int getId() const { return m_id; }
     void setId(unsigned int id) { m_id = id; }
@@ -26,9 +24,9 @@ public:
     QString getDescStates() const { return m_descStates; }
     void setDescStates(QString descStates) { m_descStates = descStates; }
 
-    QList<XmlPin*>* getPins() { return &m_pins; }
+    QList<XmlPin*>* getPins() { return &m_items; }
     /// Takes ownership; null is ignored.
-    void appendPin(XmlPin* pin);
+    void appendPin(XmlPin* pin) { appendNonNull(pin); }
 
     /// Upper-case hexadecimal without prefix.
     QString getStringFromValue(unsigned long long value) const;
@@ -41,5 +39,4 @@ private:
     QString m_description;
     QString m_states;
     QString m_descStates;
-    QList<XmlPin*> m_pins;
 };

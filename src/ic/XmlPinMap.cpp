@@ -1,9 +1,7 @@
 #include "ic/XmlPinMap.h"
 
-#include "ic/HtmlTables_p.h"
 #include "ic/XmlPinMapping.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "text/Html_p.h"
 
 XmlPinMapping::XmlPinMapping(unsigned int pinIc, unsigned int pinBoard)
     : m_pinIc(pinIc)
@@ -20,31 +18,20 @@ QString XmlPinMapping::toString(QString indent) const
 
 QString XmlPinMapping::toHtml() const
 {
-    QString html = QLatin1String(KivHtml::kWideTableOpen);
-    KivHtml::appendRow(html, {QStringLiteral("Pin IC"), QStringLiteral("Pin Board")});
-    KivHtml::appendRow(html, {QString::number(m_pinIc), QString::number(m_pinBoard)});
-    html += QLatin1String(KivHtml::kTableClose);
+    QString html = QLatin1String(KivText::kWideTableOpen);
+    KivText::appendRow(html, {QStringLiteral("Pin IC"), QStringLiteral("Pin Board")});
+    KivText::appendRow(html, {QString::number(m_pinIc), QString::number(m_pinBoard)});
+    html += QLatin1String(KivText::kTableClose);
     return html;
-}
-
-XmlPinMap::~XmlPinMap()
-{
-    qDeleteAll(m_pinMappings);
-}
-
-void XmlPinMap::appendPinMapping(XmlPinMapping* mapping)
-{
-    if (mapping)
-        m_pinMappings.append(mapping);
 }
 
 QString XmlPinMap::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(64 + 48 * m_pinMappings.size());
+    text.reserve(64 + 48 * m_items.size());
     text += indent + QLatin1String("XmlPinMap()\n") + indent + QLatin1Char('{');
-    for (const XmlPinMapping* mapping : m_pinMappings) {
+    for (const XmlPinMapping* mapping : m_items) {
         text += QLatin1Char('\n');
         text += mapping->toString(indent);
     }
@@ -54,39 +41,9 @@ QString XmlPinMap::toString(QString indent) const
 
 QString XmlPinMap::toHtml() const
 {
-    QString html = QLatin1String(KivHtml::kWideTableOpen);
-    for (const XmlPinMapping* mapping : m_pinMappings)
-        KivHtml::appendChildRow(html, mapping->toHtml());
-    html += QLatin1String(KivHtml::kTableClose);
+    QString html = QLatin1String(KivText::kWideTableOpen);
+    for (const XmlPinMapping* mapping : m_items)
+        KivText::appendChildRow(html, mapping->toHtml());
+    html += QLatin1String(KivText::kTableClose);
     return html;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kPinMapInfo {QLatin1String("pin_map"),
-    "static XmlPinMap* KIVXmlParser::parsePinMap(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-
-const ChildRule<XmlPinMap> kPinMapRules[] = {
-    {QLatin1String("pin_mapping"),
-        [](QXmlStreamReader* r, XmlPinMap* map) { map->appendPinMapping(KIVXmlParser::parsePinMapping(r)); }},
-};
-
-const ElementInfo kPinMappingInfo {QLatin1String("pin_mapping"),
-    "static XmlPinMapping* KIVXmlParser::parsePinMapping(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-
-} // namespace
-
-XmlPinMap* KIVXmlParser::parsePinMap(QXmlStreamReader* reader)
-{
-    return parseElement(reader, new XmlPinMap(), kPinMapInfo, kPinMapRules);
-}
-
-XmlPinMapping* KIVXmlParser::parsePinMapping(QXmlStreamReader* reader)
-{
-    const QXmlStreamAttributes attributes = reader->attributes();
-    auto* mapping = new XmlPinMapping(
-        attrUInt(attributes, QLatin1String("pin_ic")), attrUInt(attributes, QLatin1String("pin_board")));
-    return parseElement(reader, mapping, kPinMappingInfo);
 }

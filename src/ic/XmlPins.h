@@ -1,25 +1,23 @@
 #pragma once
 
+#include "base/XmlItemContainer.h"
+#include "ic/XmlPinGroup.h"
 #include "kivcore_export.h"
 
 #include <QList>
 #include <QString>
 
-class XmlPinGroup;
-
 /// The pins of an IC: its package and its pin groups. Owns the groups.
-class KIVCORE_EXPORT XmlPins
+class KIVCORE_EXPORT XmlPins : public XmlItemContainer<XmlPinGroup>
 {
 public:
     explicit XmlPins(QString packaging);
-    ~XmlPins();
-    Q_DISABLE_COPY(XmlPins)
 
     QString getPackaging() const { return m_packaging; }
     void setPackaging(QString packaging) { m_packaging = packaging; }
-    QList<XmlPinGroup*>* getPinGroups() { return &m_pinGroups; }
+    QList<XmlPinGroup*>* getPinGroups() { return &m_items; }
     /// Takes ownership; null is ignored.
-    void appendPinGroup(XmlPinGroup* group);
+    void appendPinGroup(XmlPinGroup* group) { appendNonNull(group); }
 
     /// Upper-case hexadecimal without prefix.
     QString getStringFromValue(unsigned long long value) const;
@@ -28,5 +26,4 @@ public:
 
 private:
     QString m_packaging;
-    QList<XmlPinGroup*> m_pinGroups;
 };

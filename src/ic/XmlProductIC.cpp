@@ -1,14 +1,12 @@
 #include "ic/XmlProductIC.h"
 
-#include "ic/HtmlTables_p.h"
-#include "ic/IcText_p.h"
 #include "ic/XmlDatabase.h"
 #include "ic/XmlGroup.h"
 #include "ic/XmlPins.h"
 #include "ic/XmlRegisterSet.h"
 #include "ic/XmlValueRegister.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "text/Ampersand_p.h"
+#include "text/Html_p.h"
 
 XmlProductIC::XmlProductIC()
     : XmlProductInterface(0)
@@ -24,7 +22,7 @@ XmlProductIC::~XmlProductIC()
 void XmlProductIC::appendMainDescription(QString text)
 {
     if (!text.isEmpty())
-        m_mainDescription.append(KivIcText::replaceAmpersandEscape(text));
+        m_mainDescription.append(KivText::replaceAmpersandEscape(text));
 }
 
 void XmlProductIC::insertRegisterHasWritten(unsigned char address, int value)
@@ -70,11 +68,11 @@ QString XmlProductIC::toHtml()
         const QList<XmlGroup*>& groups = *m_registerSet->getGroups();
         if (!groups.isEmpty()) {
             html += QLatin1String("\n<h3>Register groups</h3>");
-            html += QLatin1String(KivHtml::kTableOpen);
+            html += QLatin1String(KivText::kTableOpen);
             html += QLatin1String("\n<tr>\n<td>Name</td>\n<td>ID</td>\n</tr>");
             for (const XmlGroup* group : groups)
-                KivHtml::appendRow(html, {group->getName(), QString::number(group->getID())});
-            html += QLatin1String(KivHtml::kTableClose);
+                KivText::appendRow(html, {group->getName(), QString::number(group->getID())});
+            html += QLatin1String(KivText::kTableClose);
         }
     }
     html += QLatin1String("\n</html>");
@@ -84,45 +82,4 @@ QString XmlProductIC::toHtml()
 QString XmlProductIC::toLaTeXHeader()
 {
     return QString();
-}
-
-namespace {
-
-using namespace KivParse;
-
-// A second "register_set", "pins" or "database" replaces the first through a setter that keeps the old
-// object; nothing outside the parser can reach it any more, so it is freed here.
-const ChildRule<XmlProductIC> kProductRules[] = {
-    {QLatin1String("desc"),
-        [](QXmlStreamReader* r, XmlProductIC* ic) { ic->appendMainDescription(readUnicodeTextChild(r)); }},
-    {QLatin1String("database"),
-        [](QXmlStreamReader* r, XmlProductIC* ic) {
-            replaceAndFree(ic->database(), [&] { ic->setDatabase(KIVXmlParser::parseDatabase(r)); });
-        }},
-    {QLatin1String("pins"),
-        [](QXmlStreamReader* r, XmlProductIC* ic) {
-            replaceAndFree(ic->pins(), [&] { ic->setPins(KIVXmlParser::parsePins(r)); });
-        }},
-    {QLatin1String("register_set"),
-        [](QXmlStreamReader* r, XmlProductIC* ic) {
-            replaceAndFree(ic->registerSet(), [&] { ic->setRegisterSet(KIVXmlParser::parseRegisterSet(r)); });
-        }},
-};
-
-// Deliberately kept: the token right after an unknown child's start tag is dropped unexamined, as product
-// files have always been read.
-const ElementInfo kProductInfo {QLatin1String("product_ic"),
-    "static XmlProductIC* KIVXmlParser::parseProductIC(QXmlStreamReader*)", UnknownChild::Plain, nullptr, true};
-
-} // namespace
-
-XmlProductIC* KIVXmlParser::parseProductIC(QXmlStreamReader* reader)
-{
-    auto* ic = new XmlProductIC();
-    const QXmlStreamAttributes attributes = reader->attributes();
-    ic->setName(attrText(attributes, QLatin1String("name")));
-    ic->setVersion(attrText(attributes, QLatin1String("version")));
-    ic->setAuthor(attrText(attributes, QLatin1String("author")));
-    ic->setDate(attrText(attributes, QLatin1String("date")));
-    return parseElement(reader, ic, kProductInfo, kProductRules);
 }

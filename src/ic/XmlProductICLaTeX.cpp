@@ -3,12 +3,12 @@
 #include "ic/XmlProductIC.h"
 
 #include "base/BasicTools.h"
-#include "ic/IcText_p.h"
 #include "ic/XmlGroup.h"
 #include "ic/XmlRegisterSet.h"
 #include "ic/XmlRegisterVariant.h"
 #include "ic/XmlValueRegister.h"
 #include "ic/XmlValueRegisterField.h"
+#include "text/Latex_p.h"
 
 namespace {
 
@@ -41,73 +41,6 @@ BitRange bitRange(unsigned long long mask)
     return range;
 }
 
-// The register map escapes only these four; everything else goes through as written.
-QString escapeMapLine(QString line)
-{
-    line.replace(QLatin1Char('_'), QLatin1String("\\_"));
-    line.replace(QLatin1Char('&'), QLatin1String("\\&"));
-    line.replace(QLatin1Char('^'), QLatin1String("\\string^"));
-    line.replace(QChar(0x00B0), QLatin1String("\\degree"));
-    return line;
-}
-
-// Full escaping for the defaults table, so that any description typesets. The file's "\x26" stands
-// for an ampersand and is printed as one.
-QString escapeText(const QString& text)
-{
-    QString source = text;
-    source.replace(QLatin1String("\\x26"), QLatin1String("&"));
-    QString out;
-    out.reserve(source.size() + 16);
-    for (const QChar c : qAsConst(source)) {
-        switch (c.unicode()) {
-        case '\\':
-            out += QLatin1String("\\textbackslash{}");
-            break;
-        case '{':
-            out += QLatin1String("\\{");
-            break;
-        case '}':
-            out += QLatin1String("\\}");
-            break;
-        case '$':
-            out += QLatin1String("\\$");
-            break;
-        case '#':
-            out += QLatin1String("\\#");
-            break;
-        case '%':
-            out += QLatin1String("\\%");
-            break;
-        case '&':
-            out += QLatin1String("\\&");
-            break;
-        case '_':
-            out += QLatin1String("\\_");
-            break;
-        case '^':
-            out += QLatin1String("\\textasciicircum{}");
-            break;
-        case '~':
-            out += QLatin1String("\\textasciitilde{}");
-            break;
-        case '<':
-            out += QLatin1String("\\textless{}");
-            break;
-        case '>':
-            out += QLatin1String("\\textgreater{}");
-            break;
-        case 0x00B0:
-            out += QLatin1String("\\degree{}");
-            break;
-        default:
-            out += c;
-            break;
-        }
-    }
-    return out;
-}
-
 // Short description first, then one "value: text" line per described value in ascending order.
 QStringList descriptionLines(XmlValueRegisterField* field, XmlValueInterface* value)
 {
@@ -137,8 +70,8 @@ void appendMapField(QString& text, XmlValueRegisterField* field)
 {
     XmlValueInterface* value = field->getValue();
     const BitRange range = bitRange(field->getMaskValue());
-    text += QLatin1String(" & ") + KivIcText::latexDisplayName(field->getName()) + kFieldLabel
-        + KivIcText::latexLabelName(field->getName()) + QLatin1String("} & ");
+    text += QLatin1String(" & ") + KivText::latexDisplayName(field->getName()) + kFieldLabel
+        + KivText::latexLabelName(field->getName()) + QLatin1String("} & ");
     bool listed = false;
     if (value) {
         const QString type = value->getTypeAsString();
@@ -158,7 +91,7 @@ void appendMapField(QString& text, XmlValueRegisterField* field)
     }
     QStringList lines = descriptionLines(field, value);
     for (QString& line : lines)
-        line = escapeMapLine(line);
+        line = KivText::escapeLatexMapLine(line);
     appendLines(text, lines, listed, QLatin1String("\\\\ & & & "));
     text += QLatin1String(" \\\\");
 }
@@ -204,8 +137,8 @@ void appendDefaultsField(QString& text, XmlValueRegisterField* field)
     const auto number = [isSigned](long long v) {
         return isSigned ? signedNumber(v) : QString::number(static_cast<unsigned long long>(v));
     };
-    text += QLatin1Char('\n') + escapeText(field->getAccessAsString()) + QLatin1String(" & & \\hspace{1em}")
-        + escapeText(field->getName()) + kFieldLabel + KivIcText::latexLabelName(field->getName())
+    text += QLatin1Char('\n') + KivText::escapeLatex(field->getAccessAsString()) + QLatin1String(" & & \\hspace{1em}")
+        + KivText::escapeLatex(field->getName()) + kFieldLabel + KivText::latexLabelName(field->getName())
         + QLatin1String("} & ");
     if (value) {
         if (value->hasDefault())
@@ -224,7 +157,7 @@ void appendDefaultsField(QString& text, XmlValueRegisterField* field)
     if (value && value->hasUnit() && !value->getUnit().isEmpty())
         lines.first() += (lines.first().isEmpty() ? QString() : QStringLiteral(" ")) + value->getUnit();
     for (QString& line : lines)
-        line = escapeText(line);
+        line = KivText::escapeLatex(line);
     appendLines(text, lines, true, QLatin1String("\\\\ & & & & & & "));
     text += QLatin1String(" \\\\");
 }
@@ -237,7 +170,7 @@ void appendOverviewRows(QString& text, XmlRegisterSet* set, const XmlGroup* grou
         if (group && reg->getGroupID() != group->getID())
             continue;
         text += QLatin1String("\n\\hexnum{") + BasicTools::iToHex(quint32(reg->address()), 2, QStringLiteral("0x"))
-            + QLatin1String("} & ") + KivIcText::latexDisplayName(reg->name()) + QLatin1String(" & ")
+            + QLatin1String("} & ") + KivText::latexDisplayName(reg->name()) + QLatin1String(" & ")
             + reg->getAccessAsString() + QLatin1String(" \\\\ \\hline");
     }
 }
@@ -260,8 +193,8 @@ QString XmlProductIC::toLaTeXRegisterMap()
     if (m_registerSet) {
         for (XmlValueRegister* reg : qAsConst(*m_registerSet->getRegisters())) {
             text += QLatin1String("\n\\hexnum{") + BasicTools::iToHex(quint32(reg->address()), 2, QStringLiteral("0x"))
-                + QLatin1String("} & ") + KivIcText::latexDisplayName(reg->name()) + kRegisterLabel
-                + KivIcText::latexLabelName(reg->name()) + QLatin1String("} & &  \\\\");
+                + QLatin1String("} & ") + KivText::latexDisplayName(reg->name()) + kRegisterLabel
+                + KivText::latexLabelName(reg->name()) + QLatin1String("} & &  \\\\");
             for (XmlRegisterVariant* variant : qAsConst(*reg->getRegisterVariants())) {
                 for (XmlValueRegisterField* field : qAsConst(*variant->getRegisterFields()))
                     appendMapField(text, field);
@@ -286,19 +219,19 @@ QString XmlProductIC::toLaTeXRegisterMapDefaults()
         for (XmlValueRegister* reg : qAsConst(*m_registerSet->getRegisters())) {
             const QList<XmlRegisterVariant*>& variants = *reg->getRegisterVariants();
             const int digits = qMax(2, (reg->getSize() + 3) / 4);
-            text += QLatin1Char('\n') + escapeText(reg->getAccessAsString()) + QLatin1String(" & ")
-                + hexNum(reg->address(), 2) + QLatin1String(" & {\\bf ") + escapeText(reg->name()) + QLatin1Char('}')
-                + kRegisterLabel + KivIcText::latexLabelName(reg->name()) + QLatin1String("} & ");
+            text += QLatin1Char('\n') + KivText::escapeLatex(reg->getAccessAsString()) + QLatin1String(" & ")
+                + hexNum(reg->address(), 2) + QLatin1String(" & {\\bf ") + KivText::escapeLatex(reg->name())
+                + QLatin1Char('}') + kRegisterLabel + KivText::latexLabelName(reg->name()) + QLatin1String("} & ");
             unsigned long long composed = 0;
             if (composedDefault(reg, &composed))
                 text += hexNum(composed, digits);
             text += QLatin1String(" & & & ");
             if (!variants.isEmpty() && !variants.first()->getDescriptions()->isEmpty())
-                text += escapeText(variants.first()->getDescriptions()->first());
+                text += KivText::escapeLatex(variants.first()->getDescriptions()->first());
             text += QLatin1String(" \\\\");
             for (XmlRegisterVariant* variant : variants) {
                 if (variants.size() > 1) {
-                    text += QLatin1String("\n & & \\textit{") + escapeText(variant->getName())
+                    text += QLatin1String("\n & & \\textit{") + KivText::escapeLatex(variant->getName())
                         + QLatin1String("} & & & & \\\\");
                 }
                 for (XmlValueRegisterField* field : qAsConst(*variant->getRegisterFields()))
@@ -329,6 +262,6 @@ QString XmlProductIC::toLaTeXRegisterOverviewByGroup(XmlGroup* group)
     if (group)
         appendOverviewRows(text, m_registerSet, group);
     text += QLatin1String("\n\\caption{\\productName\\ Registers for group ")
-        + (group ? KivIcText::latexDisplayName(group->getName()) : QString()) + QLatin1String(" }\n\\end{longtabu}");
+        + (group ? KivText::latexDisplayName(group->getName()) : QString()) + QLatin1String(" }\n\\end{longtabu}");
     return text;
 }

@@ -2,8 +2,6 @@
 
 #include "ic/XmlGroup.h"
 #include "ic/XmlValueRegister.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
 
 XmlRegisterSet::~XmlRegisterSet()
 {
@@ -45,31 +43,4 @@ QString XmlRegisterSet::toString() const
         text += QLatin1Char('\n') + reg->toString(QString());
     text += QLatin1String("\n}");
     return text;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kRegisterSetInfo {QLatin1String("register_set"),
-    "static XmlRegisterSet* KIVXmlParser::parseRegisterSet(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-
-const ChildRule<XmlRegisterSet> kRegisterSetRules[] = {
-    {QLatin1String("group"),
-        [](QXmlStreamReader* r, XmlRegisterSet* set) { set->appendGroup(KIVXmlParser::parseGroup(r)); }},
-    {QLatin1String("value_register"),
-        [](QXmlStreamReader* r, XmlRegisterSet* set) {
-            set->appendValueRegister(KIVXmlParser::parseValueRegister(r));
-        }},
-};
-
-} // namespace
-
-XmlRegisterSet* KIVXmlParser::parseRegisterSet(QXmlStreamReader* reader)
-{
-    auto* set = new XmlRegisterSet();
-    const QXmlStreamAttributes attributes = reader->attributes();
-    set->setFor(attrText(attributes, QLatin1String("for")));
-    set->setName(attrText(attributes, QLatin1String("name")));
-    return parseElement(reader, set, kRegisterSetInfo, kRegisterSetRules);
 }

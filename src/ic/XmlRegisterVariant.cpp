@@ -1,12 +1,12 @@
 #include "ic/XmlRegisterVariant.h"
 
-#include "ic/HtmlTables_p.h"
-#include "ic/IcText_p.h"
 #include "ic/XmlRegisterVariantImpactedBy.h"
 #include "ic/XmlRegisterVariantImpacts.h"
 #include "ic/XmlValueRegisterField.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "text/Ampersand_p.h"
+#include "text/Html_p.h"
+#include "text/Latex_p.h"
+#include "text/Numbers_p.h"
 
 namespace {
 const QLatin1String kDefaultVariant("DEFAULT");
@@ -14,7 +14,7 @@ const QLatin1String kDefaultVariant("DEFAULT");
 
 XmlRegisterVariant::XmlRegisterVariant(QString name)
     : XmlValueInterface(XmlValueTypeRegister)
-    , m_name(KivIcText::replaceAmpersandEscape(name))
+    , m_name(KivText::replaceAmpersandEscape(name))
 { }
 
 XmlRegisterVariant::~XmlRegisterVariant()
@@ -27,7 +27,7 @@ XmlRegisterVariant::~XmlRegisterVariant()
 void XmlRegisterVariant::appendDescription(QString text)
 {
     if (!text.isEmpty())
-        m_descriptions.append(KivIcText::replaceAmpersandEscape(text));
+        m_descriptions.append(KivText::replaceAmpersandEscape(text));
 }
 
 void XmlRegisterVariant::appendField(XmlValueRegisterField* field)
@@ -38,7 +38,7 @@ void XmlRegisterVariant::appendField(XmlValueRegisterField* field)
     m_variantAccess |= field->getAccess();
     m_variantAccessString = accessToAccessString(m_variantAccess);
     m_maskValue |= field->getMaskValue();
-    m_maskString = KivIcText::upperHex(m_maskValue);
+    m_maskString = KivText::upperHex(m_maskValue);
 }
 
 void XmlRegisterVariant::appendImpacts(XmlRegisterVariantImpacts* impacts)
@@ -121,7 +121,7 @@ QString XmlRegisterVariant::toLatex(QString indent)
             description = QStringLiteral(" - ");
         description.replace(QLatin1Char('_'), QLatin1String("\\_"));
         text += QLatin1Char('\n') + inner + field->getMaskAsString() + QLatin1String(" & ")
-            + KivIcText::latexDisplayName(field->getName()) + QLatin1String(" & ") + description + QLatin1String(" & ")
+            + KivText::latexDisplayName(field->getName()) + QLatin1String(" & ") + description + QLatin1String(" & ")
             + field->getAccessAsString() + QLatin1String("\\\\ \\hline");
         // A field without a descriptor has no value row (its row is already closed).
         XmlValueInterface* value = field->getValue();
@@ -140,7 +140,7 @@ QString XmlRegisterVariant::toHtml()
 {
     QString html;
     html.reserve(1024 * (1 + m_registerFields.size()));
-    html += QLatin1String(KivHtml::kWideTableOpen);
+    html += QLatin1String(KivText::kWideTableOpen);
     if (m_name != kDefaultVariant) {
         html += QLatin1String("\n<tr>\n<td width=\"10%\">Variant name:</td>\n<td>") + m_name
             + QLatin1String("</td>\n</tr>");
@@ -173,36 +173,6 @@ QString XmlRegisterVariant::toHtml()
         html += QLatin1String("\n<tr>\n<td>Impacted by:</td>\n<td>") + entries.join(QLatin1String("<br>"))
             + QLatin1String("\n</td>\n</tr>");
     }
-    html += QLatin1String(KivHtml::kTableClose);
+    html += QLatin1String(KivText::kTableClose);
     return html;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kVariantInfo {QLatin1String("register_variant"),
-    "static XmlRegisterVariant* KIVXmlParser::parseRegisterVariant(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-
-const ChildRule<XmlRegisterVariant> kVariantRules[] = {
-    {QLatin1String("desc"),
-        [](QXmlStreamReader* r, XmlRegisterVariant* v) { v->appendDescription(readUnicodeTextChild(r)); }},
-    {QLatin1String("value_register_field"),
-        [](QXmlStreamReader* r, XmlRegisterVariant* v) { v->appendField(KIVXmlParser::parseValueRegisterField(r)); }},
-    {QLatin1String("register_variant_impacts"),
-        [](QXmlStreamReader* r, XmlRegisterVariant* v) {
-            v->appendImpacts(KIVXmlParser::parseRegisterVariantImpacts(r));
-        }},
-    {QLatin1String("register_variant_impacted_by"),
-        [](QXmlStreamReader* r, XmlRegisterVariant* v) {
-            v->appendImpactedBy(KIVXmlParser::parseRegisterVariantImpactedBy(r));
-        }},
-};
-
-} // namespace
-
-XmlRegisterVariant* KIVXmlParser::parseRegisterVariant(QXmlStreamReader* reader)
-{
-    auto* variant = new XmlRegisterVariant(attrText(reader->attributes(), QLatin1String("name")));
-    return parseElement(reader, variant, kVariantInfo, kVariantRules);
 }

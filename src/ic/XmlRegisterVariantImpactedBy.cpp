@@ -1,8 +1,5 @@
 #include "ic/XmlRegisterVariantImpactedBy.h"
-
-#include "ic/IcText_p.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "text/Numbers_p.h"
 
 XmlRegisterVariantImpactedBy::XmlRegisterVariantImpactedBy(
     unsigned int address, int shift, QString mask, unsigned long long rangeFrom, unsigned long long rangeTo)
@@ -17,7 +14,7 @@ XmlRegisterVariantImpactedBy::XmlRegisterVariantImpactedBy(
 void XmlRegisterVariantImpactedBy::setMaskValue(const unsigned long long& mask)
 {
     m_maskValue = mask;
-    m_maskString = KivIcText::upperHex(mask);
+    m_maskString = KivText::upperHex(mask);
 }
 
 QString XmlRegisterVariantImpactedBy::toString(QString indent) const
@@ -28,21 +25,4 @@ QString XmlRegisterVariantImpactedBy::toString(QString indent) const
         + QLatin1String(", rangeFrom: ") + QString::number(m_rangeFrom) + QLatin1String(", rangeTo: ")
         + QString::number(m_rangeTo) + QLatin1Char(')');
     return text;
-}
-
-namespace {
-const KivParse::ElementInfo kImpactedByInfo {QLatin1String("register_variant_impacted_by"),
-    "static XmlRegisterVariantImpactedBy* KIVXmlParser::parseRegisterVariantImpactedBy(QXmlStreamReader*)",
-    KivParse::UnknownChild::CouldNotParse};
-}
-
-XmlRegisterVariantImpactedBy* KIVXmlParser::parseRegisterVariantImpactedBy(QXmlStreamReader* reader)
-{
-    using namespace KivParse;
-    const QXmlStreamAttributes attributes = reader->attributes();
-    // The range ends are read as 32-bit numbers and widened: larger texts read as 0.
-    auto* impactedBy = new XmlRegisterVariantImpactedBy(attrUIntAuto(attributes, QLatin1String("address")),
-        attrInt(attributes, QLatin1String("shift")), attrText(attributes, QLatin1String("mask")),
-        attrUInt(attributes, QLatin1String("range_from")), attrUInt(attributes, QLatin1String("range_to")));
-    return parseElement(reader, impactedBy, kImpactedByInfo);
 }

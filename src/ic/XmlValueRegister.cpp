@@ -1,11 +1,9 @@
 #include "ic/XmlValueRegister.h"
 
 #include "base/BasicTools.h"
-#include "ic/HtmlTables_p.h"
-#include "ic/IcText_p.h"
 #include "ic/XmlRegisterVariant.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "text/Html_p.h"
+#include "text/Numbers_p.h"
 
 XmlValueRegister::XmlValueRegister(unsigned int address, QString name, int size, unsigned int groupID)
     : XmlValueInterface(XmlValueTypeRegister)
@@ -31,7 +29,7 @@ void XmlValueRegister::appendVariant(XmlRegisterVariant* variant)
 
 QString XmlValueRegister::getStringFromValue(unsigned long long value)
 {
-    return KivIcText::upperHex(value);
+    return KivText::upperHex(value);
 }
 
 QString XmlValueRegister::toString(QString indent)
@@ -52,7 +50,7 @@ QString XmlValueRegister::toHtml()
 {
     QString html;
     html.reserve(512 + 2048 * m_registerVariants.size());
-    html += QLatin1String(KivHtml::kWideTableOpen);
+    html += QLatin1String(KivText::kWideTableOpen);
     // The width sits on the header cell of the address but on the value cells of name and size: kept.
     html += QLatin1String("\n<tr>\n<td width=\"10%\">Address</td>\n<td>Name</td>\n<td>Size</td>"
                           "\n<td>Group(s)</td>\n</tr>");
@@ -62,31 +60,7 @@ QString XmlValueRegister::toHtml()
         + QLatin1String("\n<td width=\"10%\">") + QString::number(m_size) + QLatin1String("</td>")
         + QLatin1String("\n<td>(") + QString::number(m_groupID) + QLatin1String(")</td>\n</tr>");
     for (XmlRegisterVariant* variant : qAsConst(m_registerVariants))
-        KivHtml::appendChildRow(html, variant->toHtml());
-    html += QLatin1String(KivHtml::kTableClose);
+        KivText::appendChildRow(html, variant->toHtml());
+    html += QLatin1String(KivText::kTableClose);
     return html;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kRegisterInfo {
-    QLatin1String("value_register"), "static XmlValueRegister* KIVXmlParser::parseValueRegister(QXmlStreamReader*)"};
-
-const ChildRule<XmlValueRegister> kRegisterRules[] = {
-    {QLatin1String("register_variant"),
-        [](QXmlStreamReader* r, XmlValueRegister* reg) { reg->appendVariant(KIVXmlParser::parseRegisterVariant(r)); }},
-};
-
-} // namespace
-
-XmlValueRegister* KIVXmlParser::parseValueRegister(QXmlStreamReader* reader)
-{
-    // Created after its attributes are read: the constructor takes them.
-    const QXmlStreamAttributes attributes = reader->attributes();
-    auto* reg = new XmlValueRegister(attrUIntAuto(attributes, QLatin1String("address")),
-        attrText(attributes, QLatin1String("name")), attrInt(attributes, QLatin1String("size")),
-        attrUIntAuto(attributes, QLatin1String("group")));
-    return parseElement(reader, reg, kRegisterInfo, kRegisterRules);
 }

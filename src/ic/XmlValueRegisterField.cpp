@@ -1,18 +1,8 @@
 #include "ic/XmlValueRegisterField.h"
 
-#include "ic/HtmlTables_p.h"
-#include "ic/IcText_p.h"
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
-#include "values/XmlValueASCII.h"
+#include "text/Ampersand_p.h"
+#include "text/Html_p.h"
 #include "values/XmlValueAlert.h"
-#include "values/XmlValueBool.h"
-#include "values/XmlValueChoice.h"
-#include "values/XmlValueDate.h"
-#include "values/XmlValueSigned.h"
-#include "values/XmlValueTime.h"
-#include "values/XmlValueUnsigned.h"
-#include "values/XmlValueVersion.h"
 
 namespace {
 
@@ -34,7 +24,7 @@ int binaryZeroDigits(unsigned long long value)
 
 XmlValueRegisterField::XmlValueRegisterField(QString name, int shift, QString mask, QString descShort, QString descLong)
     : XmlValueInterface(XmlValueTypeRegisterField)
-    , m_name(KivIcText::replaceAmpersandEscape(name))
+    , m_name(KivText::replaceAmpersandEscape(name))
     , m_descShort(descShort)
     , m_descLong(descLong)
     , m_shift(shift)
@@ -127,72 +117,16 @@ QString XmlValueRegisterField::toHtml()
 {
     QString html;
     html.reserve(512);
-    html += QLatin1String(KivHtml::kWideTableOpen);
+    html += QLatin1String(KivText::kWideTableOpen);
     html += QLatin1String("\n<tr>\n<td width=\"20%\">Name:</td>\n<td>Description:</td>"
                           "\n<td width=\"15%\">Shift:</td>\n<td width=\"15%\">Mask:</td>\n</tr>");
-    KivHtml::appendRow(html,
+    KivText::appendRow(html,
         {m_name, m_descShort, m_descLong, QString::number(m_shift),
             QString(m_maskString + QLatin1Char('(') + QString::number(m_maskValue) + QLatin1Char(')'))});
     html += QLatin1String("\n<tr>\n<td colspan=\"4\">");
     if (m_value)
         html += m_value->toString(QString());
     html += QLatin1String("</td>\n</tr>");
-    html += QLatin1String(KivHtml::kTableClose);
+    html += QLatin1String(KivText::kTableClose);
     return html;
-}
-
-namespace {
-
-using namespace KivParse;
-
-const ElementInfo kFieldInfo {QLatin1String("value_register_field"),
-    "static XmlValueRegisterField* KIVXmlParser::parseValueRegisterField(QXmlStreamReader*)",
-    UnknownChild::CouldNotParse};
-
-// setValue keeps a replaced descriptor alive; nothing outside the parser can reach it, so it goes here.
-template<typename V, V* (*parse)(QXmlStreamReader*)>
-void applyValue(QXmlStreamReader* reader, XmlValueRegisterField* field)
-{
-    XmlValueInterface* previous = field->getValue();
-    replaceAndFree(previous, [&] { field->setValue(parse(reader)); });
-}
-
-// The field does not own its alerts; alerts read from a file are made QObject children of the field so
-// that they go with it.
-void applyAlert(QXmlStreamReader* reader, XmlValueRegisterField* field)
-{
-    XmlValueAlert* alert = KIVXmlParser::parseValueAlert(reader);
-    if (alert)
-        alert->setParent(field);
-    field->addAlert(alert);
-}
-
-const ChildRule<XmlValueRegisterField> kFieldRules[] = {
-    {QLatin1String("value_signed"), applyValue<XmlValueSigned, &KIVXmlParser::parseValueSigned>},
-    {QLatin1String("value_unsigned"), applyValue<XmlValueUnsigned, &KIVXmlParser::parseValueUnsigned>},
-    {QLatin1String("value_bool"), applyValue<XmlValueBool, &KIVXmlParser::parseValueBool>},
-    {QLatin1String("value_choice"), applyValue<XmlValueChoice, &KIVXmlParser::parseValueChoice>},
-    {QLatin1String("value_date"), applyValue<XmlValueDate, &KIVXmlParser::parseValueDate>},
-    {QLatin1String("value_time"), applyValue<XmlValueTime, &KIVXmlParser::parseValueTime>},
-    {QLatin1String("value_version"), applyValue<XmlValueVersion, &KIVXmlParser::parseValueVersion>},
-    {QLatin1String("value_ascii"), applyValue<XmlValueASCII, &KIVXmlParser::parseValueASCII>},
-    {QLatin1String("value_alert"), applyAlert},
-};
-
-} // namespace
-
-XmlValueRegisterField* KIVXmlParser::parseValueRegisterField(QXmlStreamReader* reader)
-{
-    const QXmlStreamAttributes attributes = reader->attributes();
-    QString descShort = attrText(attributes, QLatin1String("desc_short"));
-    replaceUnicode(descShort);
-    // An absent "desc_long" stays a null string.
-    QString descLong;
-    if (attributes.hasAttribute(QLatin1String("desc_long"))) {
-        descLong = attrText(attributes, QLatin1String("desc_long"));
-        replaceUnicode(descLong);
-    }
-    auto* field = new XmlValueRegisterField(attrText(attributes, QLatin1String("name")),
-        attrInt(attributes, QLatin1String("shift")), attrText(attributes, QLatin1String("mask")), descShort, descLong);
-    return parseElement(reader, field, kFieldInfo, kFieldRules);
 }

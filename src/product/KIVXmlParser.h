@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <memory>
+
 class QFile;
 class QXmlStreamReader;
 
@@ -65,8 +67,20 @@ public:
     KIVXmlParser() = delete;
 
     /// The file must already be open for reading; it is neither opened nor closed here.
-    /// The caller deletes the result.
+    /// The caller releases the result with deleteProduct (or holds it in a ProductPtr).
     static XmlProductInterface* parseProduct(QFile* file);
+
+    /// Releases a product that parseProduct returned, completely: a module's pin map, which the module
+    /// itself leaves to its keeper, goes with it. Null is ignored.
+    static void deleteProduct(XmlProductInterface* product);
+
+    /// Deleter for std::unique_ptr that releases a product with deleteProduct.
+    struct ProductDeleter
+    {
+        void operator()(XmlProductInterface* product) const { KIVXmlParser::deleteProduct(product); }
+    };
+    /// A parsed product that is released completely when it goes.
+    using ProductPtr = std::unique_ptr<XmlProductInterface, ProductDeleter>;
 
     /// Replaces every backslash-u-four-hex-digit escape by the code unit it names, in place.
     static QString& replaceUnicode(QString& text);

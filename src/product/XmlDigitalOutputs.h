@@ -1,8 +1,8 @@
 #pragma once
 
+#include "base/XmlItemContainer.h"
 #include "kivcore_export.h"
 #include "product/XmlDigitalOutput.h"
-#include "product/XmlItemContainer.h"
 
 #include <QString>
 

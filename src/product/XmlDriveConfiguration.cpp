@@ -1,6 +1,5 @@
 #include "product/XmlDriveConfiguration.h"
-
-#include "product/ParameterText_p.h"
+#include "text/DebugText_p.h"
 
 QString XmlDriveApSetting::toString() const
 {

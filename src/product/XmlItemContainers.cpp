@@ -1,7 +1,6 @@
 // Debug texts of the module's item containers. The prefixes differ on purpose in whether they begin with
 // "Xml", and the global bank's is spelled "GloblParameters(": log readers match these texts.
 
-#include "product/ParameterText_p.h"
 #include "product/XmlAnalogInputs.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlCoordinates.h"
@@ -9,6 +8,7 @@
 #include "product/XmlDigitalOutputs.h"
 #include "product/XmlGlobalParameters.h"
 #include "product/XmlIrqs.h"
+#include "text/DebugText_p.h"
 
 using KivText::containerText;
 

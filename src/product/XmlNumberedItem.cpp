@@ -1,8 +1,9 @@
 #include "product/XmlNumberedItem.h"
 
-#include "product/ParameterText_p.h"
 #include "product/XmlCoordinate.h"
 #include "product/XmlIrq.h"
+#include "text/DebugText_p.h"
+#include "values/XmlValueInterface.h"
 
 XmlNumberedItem::~XmlNumberedItem()
 {

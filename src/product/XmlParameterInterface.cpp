@@ -1,11 +1,11 @@
 #include "product/XmlParameterInterface.h"
 
-#include "product/ParameterText_p.h"
 #include "product/XmlAnalogInput.h"
 #include "product/XmlAxisParameter.h"
 #include "product/XmlDigitalInput.h"
 #include "product/XmlDigitalOutput.h"
 #include "product/XmlGlobalParameter.h"
+#include "text/DebugText_p.h"
 #include "values/XmlValueInterface.h"
 
 XmlParameterInterface::XmlParameterInterface(int parameterType)

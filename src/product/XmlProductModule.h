@@ -24,7 +24,7 @@ class XmlPinMap;
 /// configurations, a pin map and a database, with lookups and the firmware manual's LaTeX fragments.
 ///
 /// Owns everything it holds except the pin map: the pin map is deliberately not deleted by the module;
-/// whoever keeps a parsed module deletes getPinMap() before or after deleting the module.
+/// whoever keeps a parsed module releases it with KIVXmlParser::deleteProduct, which frees both.
 class KIVCORE_EXPORT XmlProductModule : public XmlProductInterface
 {
     Q_OBJECT

@@ -13,6 +13,7 @@
 #include "product/XmlDriveConfiguration.h"
 #include "product/XmlGlobalParameters.h"
 #include "product/XmlIrqs.h"
+#include "text/Html_p.h"
 #include "values/XmlValueInterface.h"
 
 namespace {
@@ -22,7 +23,7 @@ const QLatin1String kItemHeads("<tr><th>Type</th><th>Name</th><th>Identifier</th
 
 QString esc(const QString& text)
 {
-    return text.toHtmlEscaped();
+    return KivText::escapeHtml(text);
 }
 
 void appendCell(QString& html, const QString& text)

@@ -8,6 +8,7 @@
 #include "product/XmlDigitalInputs.h"
 #include "product/XmlDigitalOutputs.h"
 #include "product/XmlGlobalParameters.h"
+#include "text/Latex_p.h"
 #include "values/XmlValueBool.h"
 #include "values/XmlValueChoice.h"
 
@@ -126,9 +127,7 @@ void appendCounter(QString& text, QLatin1String name, int count)
 
 QString XmlProductModule::EscapeSpecialLaTeXCharacters(QString text)
 {
-    text.replace(QLatin1String("%"), QLatin1String("\\%"));
-    text.replace(QLatin1String("_"), QLatin1String("\\textunderscore "));
-    return text;
+    return KivText::escapeLatexPercentUnderscore(text);
 }
 
 QString XmlProductModule::toLaTeXHeader()

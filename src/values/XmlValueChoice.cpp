@@ -1,19 +1,12 @@
 #include "values/XmlValueChoice.h"
 
-namespace {
-
-QString escapeAmpersands(QString text)
-{
-    return text.replace(QLatin1Char('&'), QLatin1String("\\x26"));
-}
-
-} // namespace
+#include "text/Ampersand_p.h"
 
 XmlValueChoiceElement::XmlValueChoiceElement(unsigned int value, QString descShort, QString descLong)
     : XmlValueInterface(XmlValueTypeChoiceElement)
     , m_value(value)
-    , m_descShort(escapeAmpersands(descShort))
-    , m_descLong(escapeAmpersands(descLong))
+    , m_descShort(KivText::escapeAmpersand(descShort))
+    , m_descLong(KivText::escapeAmpersand(descLong))
 { }
 
 QString XmlValueChoiceElement::getDescriptionLong() const

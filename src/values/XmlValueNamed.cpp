@@ -1,4 +1,4 @@
-#include "values/ValueText_p.h"
+#include "text/Html_p.h"
 #include "values/XmlValueAlert.h"
 #include "values/XmlValueBool2.h"
 #include "values/XmlValueDb.h"
@@ -23,7 +23,7 @@ QString XmlValueBool2::toString(QString indent)
 
 QString XmlValueBool2::toHtml()
 {
-    return KivValueText::namedValueHtmlTable();
+    return KivText::namedValueHtmlTable();
 }
 
 XmlValueDb::XmlValueDb(QString name, unsigned int value)
@@ -46,7 +46,7 @@ QString XmlValueDb::toString(QString indent)
 
 QString XmlValueDb::toHtml()
 {
-    return KivValueText::namedValueHtmlTable();
+    return KivText::namedValueHtmlTable();
 }
 
 XmlValueAlert::XmlValueAlert(QString text)

@@ -102,6 +102,7 @@ private slots:
     void unknownChildNoteAndDroppedToken();
     void tokenAdvanceBeforePinMapAndDatabase();
     void pinMapOutlivesModule();
+    void releaseTakesPinMap();
     void clearOperations();
     void truncatedModuleGivesNull_data();
     void truncatedModuleGivesNull();
@@ -233,6 +234,20 @@ void TestModuleProduct::pinMapOutlivesModule()
     // Still alive after the module is gone (the sanitizer run would report a use after free).
     QCOMPARE(pinMap->getPinMappings()->first()->getPinBoard(), 9u);
     delete pinMap;
+}
+
+void TestModuleProduct::releaseTakesPinMap()
+{
+    // The release function frees the pin map that the module leaves to its keeper (the sanitizer run would
+    // report it as leaked otherwise); an IC and null go through it too.
+    KIVXmlParser::ProductPtr module(TestXml::parseProduct(
+        "<product_module><pin_map>\n<pin_mapping pin_ic=\"4\" pin_board=\"9\"/></pin_map></product_module>")
+                                        .release());
+    QVERIFY(module);
+    QVERIFY(static_cast<XmlProductModule*>(module.get())->getPinMap());
+    KIVXmlParser::ProductPtr ic(TestXml::parseProduct("<product_ic name=\"x\"></product_ic>").release());
+    QCOMPARE(ic->type(), 0);
+    KIVXmlParser::deleteProduct(nullptr);
 }
 
 void TestModuleProduct::clearOperations()

@@ -9,6 +9,7 @@
 #include "ic/XmlRegisterVariantImpactedBy.h"
 #include "ic/XmlValueRegister.h"
 #include "ic/XmlValueRegisterField.h"
+#include "product/KIVXmlParser.h"
 #include "product/ModuleJson.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlCANopenObject.h"
@@ -98,16 +99,16 @@ void TestProductJson::wholeProduct_data()
 void TestProductJson::wholeProduct()
 {
     QFETCH(QString, name);
-    std::unique_ptr<XmlProductInterface> product;
+    KIVXmlParser::ProductPtr product;
     {
         const LogCapture quiet; // the parser's debug lines are not under test here
-        product = TestXml::parseProduct(TestXml::readFile(KIVCORE_TEST_DATA_DIR "/json/" + name + ".xml"));
+        product.reset(
+            TestXml::parseProduct(TestXml::readFile(KIVCORE_TEST_DATA_DIR "/json/" + name + ".xml")).release());
     }
     QVERIFY(product);
     QJsonObject json;
     if (auto* module = qobject_cast<XmlProductModule*>(product.get())) {
         json = ModuleJson::toJson(module);
-        delete module->getPinMap();
     } else {
         json = IcJson::toJson(qobject_cast<XmlProductIC*>(product.get()));
     }

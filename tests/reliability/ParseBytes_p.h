@@ -20,7 +20,7 @@ struct ParsedBytes
     ParsedBytes() = default;
     ParsedBytes(const ParsedBytes&) = delete;
     ParsedBytes& operator=(const ParsedBytes&) = delete;
-    ~ParsedBytes() { RenderAll::deleteProduct(product); }
+    ~ParsedBytes() { KIVXmlParser::deleteProduct(product); }
 
     bool isNull() const { return !product && !esi; }
     /// The debug text, or an empty text for a null result.

@@ -275,8 +275,8 @@ void TestProperties::nullEntriesAreSkipped()
         expectedText = qobject_cast<XmlProductModule*>(plain)->toString();
         actualText = qobject_cast<XmlProductModule*>(withNulls)->toString();
     }
-    RenderAll::deleteProduct(plain);
-    RenderAll::deleteProduct(withNulls);
+    KIVXmlParser::deleteProduct(plain);
+    KIVXmlParser::deleteProduct(withNulls);
 
     QVERIFY(written > 0);
     QCOMPARE(actual.size(), expected.size());

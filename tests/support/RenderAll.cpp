@@ -76,11 +76,4 @@ qint64 esi(XmlEtherCATInfo* info)
     return info->toString().size() + QJsonDocument(json).toJson().size();
 }
 
-void deleteProduct(XmlProductInterface* product)
-{
-    if (auto* module = qobject_cast<XmlProductModule*>(product))
-        delete module->getPinMap();
-    delete product;
-}
-
 } // namespace RenderAll

@@ -15,7 +15,4 @@ qint64 product(XmlProductInterface* product);
 /// Debug text and JSON export of an ESI model.
 qint64 esi(XmlEtherCATInfo* info);
 
-/// Frees a parsed product, with the pin map that a module leaves to its keeper.
-void deleteProduct(XmlProductInterface* product);
-
 } // namespace RenderAll

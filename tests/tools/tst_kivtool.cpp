@@ -60,7 +60,7 @@ Run kivtool(
     return run;
 }
 
-/// Parses an example with the library itself; a module's pin map is freed with it.
+/// Parses an example with the library itself; a module's pin map is released with it.
 struct Parsed
 {
     explicit Parsed(const QString& path)
@@ -70,14 +70,9 @@ struct Parsed
         if (file.open(QIODevice::ReadOnly))
             product.reset(KIVXmlParser::parseProduct(&file));
     }
-    ~Parsed()
-    {
-        if (auto* module = qobject_cast<XmlProductModule*>(product.get()))
-            delete module->getPinMap();
-    }
     XmlProductModule* module() const { return qobject_cast<XmlProductModule*>(product.get()); }
     XmlProductIC* ic() const { return qobject_cast<XmlProductIC*>(product.get()); }
-    std::unique_ptr<XmlProductInterface> product;
+    KIVXmlParser::ProductPtr product;
 };
 
 /// Names of open tags left unclosed or closed out of order; HTML's void elements need no end tag.

@@ -184,12 +184,7 @@ std::unique_ptr<QFile> openInput(const QString& path, LoadError* error)
 
 } // namespace
 
-InputFile::~InputFile()
-{
-    // A module leaves its pin map to whoever keeps it.
-    if (XmlProductModule* parsed = module())
-        delete parsed->getPinMap();
-}
+InputFile::~InputFile() = default;
 
 std::unique_ptr<InputFile> InputFile::load(const QString& path, LoadError* error, QStringList* audit)
 {

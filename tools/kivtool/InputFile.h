@@ -1,5 +1,7 @@
 #pragma once
 
+#include "product/KIVXmlParser.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -56,6 +58,6 @@ private:
 
     FileKind m_kind = FileKind::Module;
     QString m_path;
-    std::unique_ptr<XmlProductInterface> m_product;
+    KIVXmlParser::ProductPtr m_product; ///< released with the module's pin map
     std::unique_ptr<XmlEtherCATInfo> m_esi;
 };

@@ -2,7 +2,6 @@
 
 #include "ic/XmlDatabase.h"
 #include "ic/XmlPinMap.h"
-#include "product/ModuleParse_p.h"
 #include "product/XmlAnalogInputs.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlCANopenObject.h"
@@ -13,6 +12,7 @@
 #include "product/XmlGlobalParameters.h"
 #include "product/XmlIrqs.h"
 #include "product/XmlProductModule.h"
+#include "product/parse/ProductParse_p.h"
 
 using namespace KivParse;
 
@@ -22,7 +22,7 @@ namespace {
 /// the attributes of those two tags not being read.
 template<auto Parse, auto Get, auto Set> void replaceAfterOneToken(QXmlStreamReader* reader, XmlProductModule* module)
 {
-    reader->readNext();
+    dropToken(reader);
     replaceChild<XmlProductModule, Parse, Get, Set>(reader, module);
 }
 
@@ -55,8 +55,8 @@ const ChildRule<M> kModuleRules[] = {
 
 // An unknown child is announced by the one-item message "test" and the token after its start tag is
 // dropped unseen: kept as existing logs and files show it.
-const ElementInfo kModuleInfo {QLatin1String("product_module"),
-    "static XmlProductModule* KIVXmlParser::parseProductModule(QXmlStreamReader*)", UnknownChild::Plain, "test", true};
+const ElementInfo kModuleInfo {QLatin1String("product_module"), OtherChild::Report,
+    "static XmlProductModule* KIVXmlParser::parseProductModule(QXmlStreamReader*)", nullptr, "test", true};
 
 } // namespace
 

@@ -2,7 +2,6 @@
 // seven containers, each declared by its tables.
 
 #include "ic/XmlValueRegister.h"
-#include "product/ModuleParse_p.h"
 #include "product/XmlAnalogInputs.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlCoordinates.h"
@@ -10,6 +9,7 @@
 #include "product/XmlDigitalOutputs.h"
 #include "product/XmlGlobalParameters.h"
 #include "product/XmlIrqs.h"
+#include "product/parse/ProductParse_p.h"
 #include "values/XmlValueBool.h"
 #include "values/XmlValueChoice.h"
 #include "values/XmlValueSigned.h"
@@ -93,33 +93,35 @@ const ChildRule<XmlCoordinates> kCoordinatesRules[] = {
         &appendChild<XmlCoordinates, &KIVXmlParser::parseCoordinate, &XmlCoordinates::appendCoordinate>},
 };
 
-const ElementInfo kAxisParameterInfo {
-    QLatin1String("axis_parameter"), "static XmlAxisParameter* KIVXmlParser::parseAxisParameter(QXmlStreamReader*)"};
-const ElementInfo kGlobalParameterInfo {QLatin1String("global_parameter"),
+const ElementInfo kAxisParameterInfo {QLatin1String("axis_parameter"), OtherChild::Report,
+    "static XmlAxisParameter* KIVXmlParser::parseAxisParameter(QXmlStreamReader*)"};
+const ElementInfo kGlobalParameterInfo {QLatin1String("global_parameter"), OtherChild::Report,
     "static XmlGlobalParameter* KIVXmlParser::parseGlobalParameter(QXmlStreamReader*)"};
-const ElementInfo kDigitalInputInfo {
-    QLatin1String("digital_input"), "static XmlDigitalInput* KIVXmlParser::parseDigitalInput(QXmlStreamReader*)"};
-const ElementInfo kDigitalOutputInfo {QLatin1String("digital_output"),
-    "static XmlDigitalOutput* KIVXmlParser::parseDigitalOutput(QXmlStreamReader*)", UnknownChild::CouldNotParse};
-const ElementInfo kAnalogInputInfo {
-    QLatin1String("analog_input"), "static XmlAnalogInput* KIVXmlParser::parseAnalogInput(QXmlStreamReader*)"};
-const ElementInfo kIrqInfo {QLatin1String("irq"), "static XmlIrq* KIVXmlParser::parseIrq(QXmlStreamReader*)"};
-const ElementInfo kCoordinateInfo {
-    QLatin1String("coordinate"), "static XmlCoordinate* KIVXmlParser::parseCoordinate(QXmlStreamReader*)"};
+const ElementInfo kDigitalInputInfo {QLatin1String("digital_input"), OtherChild::Report,
+    "static XmlDigitalInput* KIVXmlParser::parseDigitalInput(QXmlStreamReader*)"};
+const ElementInfo kDigitalOutputInfo {QLatin1String("digital_output"), OtherChild::Report,
+    "static XmlDigitalOutput* KIVXmlParser::parseDigitalOutput(QXmlStreamReader*)", kCouldNotParse};
+const ElementInfo kAnalogInputInfo {QLatin1String("analog_input"), OtherChild::Report,
+    "static XmlAnalogInput* KIVXmlParser::parseAnalogInput(QXmlStreamReader*)"};
+const ElementInfo kIrqInfo {
+    QLatin1String("irq"), OtherChild::Report, "static XmlIrq* KIVXmlParser::parseIrq(QXmlStreamReader*)"};
+const ElementInfo kCoordinateInfo {QLatin1String("coordinate"), OtherChild::Report,
+    "static XmlCoordinate* KIVXmlParser::parseCoordinate(QXmlStreamReader*)"};
 
-const ElementInfo kAxisParametersInfo {
-    QLatin1String("axis_parameters"), "static XmlAxisParameters* KIVXmlParser::parseAxisParameters(QXmlStreamReader*)"};
-const ElementInfo kGlobalParametersInfo {QLatin1String("global_parameters"),
+const ElementInfo kAxisParametersInfo {QLatin1String("axis_parameters"), OtherChild::Report,
+    "static XmlAxisParameters* KIVXmlParser::parseAxisParameters(QXmlStreamReader*)"};
+const ElementInfo kGlobalParametersInfo {QLatin1String("global_parameters"), OtherChild::Report,
     "static XmlGlobalParameters* KIVXmlParser::parseGlobalParameters(QXmlStreamReader*)"};
-const ElementInfo kDigitalInputsInfo {
-    QLatin1String("digital_inputs"), "static XmlDigitalInputs* KIVXmlParser::parseDigitalInputs(QXmlStreamReader*)"};
-const ElementInfo kDigitalOutputsInfo {
-    QLatin1String("digital_outputs"), "static XmlDigitalOutputs* KIVXmlParser::parseDigitalOutputs(QXmlStreamReader*)"};
-const ElementInfo kAnalogInputsInfo {
-    QLatin1String("analog_inputs"), "static XmlAnalogInputs* KIVXmlParser::parseAnalogInputs(QXmlStreamReader*)"};
-const ElementInfo kIrqsInfo {QLatin1String("irqs"), "static XmlIrqs* KIVXmlParser::parseIrqs(QXmlStreamReader*)"};
-const ElementInfo kCoordinatesInfo {
-    QLatin1String("coordinates"), "static XmlCoordinates* KIVXmlParser::parseCoordinates(QXmlStreamReader*)"};
+const ElementInfo kDigitalInputsInfo {QLatin1String("digital_inputs"), OtherChild::Report,
+    "static XmlDigitalInputs* KIVXmlParser::parseDigitalInputs(QXmlStreamReader*)"};
+const ElementInfo kDigitalOutputsInfo {QLatin1String("digital_outputs"), OtherChild::Report,
+    "static XmlDigitalOutputs* KIVXmlParser::parseDigitalOutputs(QXmlStreamReader*)"};
+const ElementInfo kAnalogInputsInfo {QLatin1String("analog_inputs"), OtherChild::Report,
+    "static XmlAnalogInputs* KIVXmlParser::parseAnalogInputs(QXmlStreamReader*)"};
+const ElementInfo kIrqsInfo {
+    QLatin1String("irqs"), OtherChild::Report, "static XmlIrqs* KIVXmlParser::parseIrqs(QXmlStreamReader*)"};
+const ElementInfo kCoordinatesInfo {QLatin1String("coordinates"), OtherChild::Report,
+    "static XmlCoordinates* KIVXmlParser::parseCoordinates(QXmlStreamReader*)"};
 
 } // namespace
 

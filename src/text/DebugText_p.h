@@ -1,19 +1,46 @@
 #pragma once
 
-// Debug-text pieces shared by the parameter family: every leaf and every container writes the same shape
-// with its own prefix.
+// The shapes of the models' debug texts: "{ ... }" blocks with indented fields, parameter leaves and
+// item containers.
 
-#include "values/XmlValueInterface.h"
-
+#include <QLatin1String>
 #include <QList>
 #include <QString>
 #include <QStringList>
 
 namespace KivText {
 
+/// "\n" indent tag, "\n" indent "{".
+inline void openBlock(QString& s, const QString& indent, QLatin1String tag)
+{
+    s += QLatin1Char('\n') + indent + tag + QLatin1Char('\n') + indent + QLatin1Char('{');
+}
+
+inline void openBlock(QString& s, const QString& indent, const QString& tag)
+{
+    s += QLatin1Char('\n') + indent + tag + QLatin1Char('\n') + indent + QLatin1Char('{');
+}
+
+/// "\n" indent label value; the labels carry their leading tab.
+inline void field(QString& s, const QString& indent, QLatin1String label, const QString& value)
+{
+    s += QLatin1Char('\n') + indent + label + value;
+}
+
+inline void field(QString& s, const QString& indent, QLatin1String label, int value)
+{
+    s += QLatin1Char('\n') + indent + label + QString::number(value);
+}
+
+inline void closeBlock(QString& s, const QString& indent)
+{
+    s += QLatin1Char('\n') + indent + QLatin1Char('}');
+}
+
 /// prefix, "type: " type, ", name: " name, ", desc[i]" line..., the value on its own line, ")".
-inline QString leafText(QLatin1String prefix, long long type, const QString& name, const QStringList& descriptions,
-    XmlValueInterface* value)
+template<typename Value>
+QString leafText(
+    QLatin1String prefix, long long type, const QString& name, const QStringList& descriptions, Value* value)
 {
     QString text;
     text.reserve(64 + name.size() + descriptions.size() * 48);

@@ -1,7 +1,6 @@
 // The value parse functions of the product parser: one per value element.
 
-#include "product/ElementParser_p.h"
-#include "product/KIVXmlParser.h"
+#include "product/parse/ProductParse_p.h"
 #include "values/XmlValueASCII.h"
 #include "values/XmlValueAlert.h"
 #include "values/XmlValueBool.h"
@@ -20,28 +19,12 @@ using namespace KivParse;
 
 namespace {
 
-QString attrUnicodeText(const QXmlStreamAttributes& attributes, QLatin1String name)
-{
-    QString text = attrText(attributes, name);
-    KIVXmlParser::replaceUnicode(text);
-    return text;
-}
-
 /// The read-out kinds all take (access, short description, long description), as written.
 template<typename Kind> Kind* parseReadOut(QXmlStreamReader* reader)
 {
     const QXmlStreamAttributes attributes = reader->attributes();
     return new Kind(attrText(attributes, QLatin1String("access")), attrText(attributes, QLatin1String("desc_short")),
         attrText(attributes, QLatin1String("desc_long")));
-}
-
-/// For the kinds that consume their whole element: the object, or null (and freed) when the document ends.
-template<typename Kind> Kind* consumeElement(QXmlStreamReader* reader, Kind* value, QLatin1String name)
-{
-    if (consumeUntilEndTag(reader, name))
-        return value;
-    delete value;
-    return nullptr;
 }
 
 void appendChoiceElement(QXmlStreamReader* reader, XmlValueChoice* choice)
@@ -58,7 +41,7 @@ const ChildRule<XmlValueChoice> kChoiceChildren[] = {
 };
 
 // The choice reports unknown children under the short form of its signature.
-const ElementInfo kChoiceInfo {QLatin1String("value_choice"), "KIVXmlParser::parseValueChoice()"};
+const ElementInfo kChoiceInfo {QLatin1String("value_choice"), OtherChild::Report, "KIVXmlParser::parseValueChoice()"};
 
 } // namespace
 

@@ -1,17 +1,17 @@
 // Parse functions of the drive configurations.
 
-#include "product/ModuleParse_p.h"
 #include "product/XmlDriveConfiguration.h"
+#include "product/parse/ProductParse_p.h"
 
 using namespace KivParse;
 
 namespace {
 
-const ElementInfo kConfigInfo {QLatin1String("drive_configuration"),
+const ElementInfo kConfigInfo {QLatin1String("drive_configuration"), OtherChild::Report,
     "static XmlDriveConfiguration* KIVXmlParser::parseDriveConfig(QXmlStreamReader*)"};
-const ElementInfo kSettingsInfo {QLatin1String("drive_ap_settings"),
+const ElementInfo kSettingsInfo {QLatin1String("drive_ap_settings"), OtherChild::Report,
     "static XmlDriveApSettings* KIVXmlParser::parseDriveApSettings(QXmlStreamReader*)"};
-const ElementInfo kSettingInfo {QLatin1String("drive_ap_setting"),
+const ElementInfo kSettingInfo {QLatin1String("drive_ap_setting"), OtherChild::Report,
     "static XmlDriveApSetting* KIVXmlParser::parseDriveApSetting(QXmlStreamReader*)"};
 
 const ChildRule<XmlDriveConfiguration> kConfigRules[] = {

@@ -1,8 +1,9 @@
 // Parse functions of the CANopen objects and their entries.
 
 #include "ic/XmlValueRegister.h"
-#include "product/ModuleParse_p.h"
+#include "product/XmlCANopenEntry.h"
 #include "product/XmlCANopenObject.h"
+#include "product/parse/ProductParse_p.h"
 #include "values/XmlValueASCII.h"
 #include "values/XmlValueBool.h"
 #include "values/XmlValueChoice.h"
@@ -20,9 +21,9 @@ namespace {
 
 const char kObjectSignature[] = "static XmlCANopenObject* KIVXmlParser::parseCANopenObject(QXmlStreamReader*)";
 
-const ElementInfo kObjectInfo {QLatin1String("canopen_object"), kObjectSignature};
-const ElementInfo kEntryInfo {
-    QLatin1String("canopen_entry"), "static XmlCANopenEntry* KIVXmlParser::parseCANopenEntry(QXmlStreamReader*)"};
+const ElementInfo kObjectInfo {QLatin1String("canopen_object"), OtherChild::Report, kObjectSignature};
+const ElementInfo kEntryInfo {QLatin1String("canopen_entry"), OtherChild::Report,
+    "static XmlCANopenEntry* KIVXmlParser::parseCANopenEntry(QXmlStreamReader*)"};
 
 const ChildRule<XmlCANopenObject> kObjectRules[] = {
     {QLatin1String("desc"), &storeDescription<XmlCANopenObject>},
