@@ -18,6 +18,8 @@ const Option kOptions[] = {
     {"output-dir", "output", 'o', "dir", "Write the manual into the folder <dir> (created when missing)."},
     {"fragment", "fragment", 0, "name", "The LaTeX fragment <name> to write."},
     {"pdf", "pdf", 0, nullptr, "Also typeset the manual with pdflatex."},
+    {"prefix", "prefix", 0, "name", "Begin every identifier with <name> (default: the product's name)."},
+    {"selftest", "selftest", 0, "path", "Also write a C self-test of the header's fields to <path>."},
 };
 
 const Option kCommonOptions[] = {
@@ -119,6 +121,14 @@ const QList<Command>& commands()
             "Writes the parsed model as pretty-printed JSON: modules and ICs as docs/json.md describes, ESI files as "
             "docs/esi-json.md does.",
             "kivtool json examples/ic/kiv-ic-example.xml | jq '.registerSet.registers[0]'", {QStringLiteral("output")}},
+        {"header", "header FILE [-o <path>] [--prefix <name>] [--selftest <path>]",
+            "a C header of the product's numbers",
+            "Writes a C header (C99, C11, C++) for firmware or host software: an IC's registers with their fields\n"
+            "(_Pos, _Msk, _Width, _Reset), named values and layouts, or a module's parameter, input, output and\n"
+            "CANopen numbers. Names that collide are reported and nothing is written (exit 1); warnings are printed\n"
+            "and the header is written. --selftest (IC, with -o) also writes a C program that checks every field.",
+            "kivtool header examples/ic/kiv-ic-example.xml -o kiv5q7.h --selftest kiv5q7_test.c",
+            {QStringLiteral("output"), QStringLiteral("prefix"), QStringLiteral("selftest")}},
     };
     return list;
 }

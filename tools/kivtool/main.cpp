@@ -2,6 +2,7 @@
 // LaTeX fragments or manual, or JSON export.
 
 #include "Arguments.h"
+#include "HeaderCommand.h"
 #include "HtmlOutput.h"
 #include "InputFile.h"
 #include "JsonOutput.h"
@@ -122,6 +123,8 @@ int run(const Arguments& arguments)
         return runLatex(*input, arguments);
     if (command == QLatin1String("manual"))
         return runManual(*input, arguments);
+    if (command == QLatin1String("header"))
+        return runHeader(*input, arguments);
     return runJson(*input, output);
 }
 
