@@ -19,6 +19,8 @@
 #include <QMap>
 #include <QSet>
 
+#include <algorithm>
+
 using KivCHeader::identifier;
 using KivCHeader::namePart;
 using KivCHeader::oneLine;
@@ -196,6 +198,10 @@ void Generator::writeAxisParameters()
                 order << id;
                 sources.insert(id, source);
                 byId.insert(id, {{block->getAxis(), parameter}});
+            } else if (std::any_of(known->cbegin(), known->cend(),
+                           [&](const Occurrence& seen) { return seen.axis == block->getAxis(); })) {
+                m_writer.error(QStringLiteral("identifier ") + id + QStringLiteral(" stands for ") + source
+                    + QStringLiteral(" twice"));
             } else if (known->first().parameter->type() != parameter->type()) {
                 m_writer.error(QStringLiteral("identifier ") + id + QStringLiteral(" stands for both ")
                     + sources.value(id) + QStringLiteral(" and ") + source);

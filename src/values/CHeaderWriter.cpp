@@ -203,8 +203,12 @@ bool Writer::claim(const QString& id, const QString& source)
     const QString pair = owner.value() + QLatin1Char('\n') + source;
     if (!m_reported.contains(pair)) {
         m_reported.insert(pair);
-        error(QStringLiteral("identifier ") + id + QStringLiteral(" stands for both ") + owner.value()
-            + QStringLiteral(" and ") + source);
+        if (owner.value() == source)
+            error(QStringLiteral("identifier ") + id + QStringLiteral(" stands for ") + source
+                + QStringLiteral(" twice"));
+        else
+            error(QStringLiteral("identifier ") + id + QStringLiteral(" stands for both ") + owner.value()
+                + QStringLiteral(" and ") + source);
     }
     return false;
 }
