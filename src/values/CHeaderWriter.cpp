@@ -139,7 +139,9 @@ QList<QPair<quint64, QString>> namedValues(XmlValueInterface* value)
     if (auto* choice = dynamic_cast<XmlValueChoice*>(value)) {
         for (XmlValueChoiceElement* element : choice->getElements()) {
             if (element)
-                named.append({element->getValue(), element->getDescriptionShort()});
+                // The model keeps "&" of choice texts as the escape \x26.
+                named.append({element->getValue(),
+                    element->getDescriptionShort().replace(QLatin1String("\\x26"), QLatin1String("&"))});
         }
     } else if (auto* boolean = dynamic_cast<XmlValueBool*>(value)) {
         const QString off = boolean->getDescFalseShort();
@@ -152,6 +154,7 @@ QList<QPair<quint64, QString>> namedValues(XmlValueInterface* value)
 
 Writer::Writer(const CHeaderOptions& options, const QString& productName)
     : m_prefix(namePart(options.prefixGiven ? options.prefix : productName))
+    , m_productName(productName)
 {
     if (!options.prefixGiven && m_prefix.isEmpty())
         m_prefix = QStringLiteral("PRODUCT");
@@ -159,7 +162,10 @@ Writer::Writer(const CHeaderOptions& options, const QString& productName)
 
 void Writer::begin(const QString& title)
 {
-    m_guard = name({QStringLiteral("H")});
+    // Without a prefix the guard still names the product, so that two such headers can be included together.
+    m_guard = m_prefix.isEmpty() ? identifier({m_productName, QStringLiteral("H")}) : name({QStringLiteral("H")});
+    if (m_guard == QLatin1String("H"))
+        m_guard = QStringLiteral("PRODUCT_H");
     claim(m_guard, QStringLiteral("the include guard"));
     m_text.reserve(1 << 16);
     m_text += QStringLiteral("/* ") + commentText(title) + QStringLiteral(" */\n");

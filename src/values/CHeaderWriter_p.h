@@ -79,6 +79,7 @@ public:
 
 private:
     QString m_prefix;
+    QString m_productName;
     QString m_guard;
     QString m_text;
     QString m_checks;
