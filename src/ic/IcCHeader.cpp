@@ -15,14 +15,10 @@ using KivCHeader::hexLiteral;
 using KivCHeader::identifier;
 using KivCHeader::namePart;
 using KivCHeader::oneLine;
+using KivCHeader::quotedName;
 using KivCHeader::unsignedLiteral;
 
 namespace {
-
-QString quotedName(const QString& name)
-{
-    return QLatin1Char('"') + oneLine(name) + QLatin1Char('"');
-}
 
 QString hex(quint64 value)
 {
@@ -230,16 +226,7 @@ void Generator::writeFields(const QList<Field>& fields, XmlValueRegister* reg, c
         m_writer.define(field.id + QStringLiteral("_Msk"), hexLiteral(field.mask, digits), field.source);
         m_writer.define(field.id + QStringLiteral("_Width"), unsignedLiteral(quint64(field.width)), field.source);
         m_writer.define(field.id + QStringLiteral("_Reset"), unsignedLiteral(field.reset), field.source);
-        for (const auto& entry : KivCHeader::namedValues(field.field->getValue())) {
-            const QString source = QStringLiteral("value ") + QString::number(entry.first) + QStringLiteral(" (")
-                + quotedName(entry.second) + QStringLiteral(") of ") + field.source;
-            QString name = namePart(entry.second);
-            if (name.isEmpty()) {
-                name = QStringLiteral("VALUE_") + QString::number(entry.first);
-                m_writer.warning(source + QStringLiteral(" has no name to build on; it is written as ") + name);
-            }
-            m_writer.define(identifier({field.id, name}), unsignedLiteral(entry.first), source);
-        }
+        m_writer.defineNamedValues(field.id, field.field->getValue(), field.source);
         m_writer.blankLine();
         masks << field.id + QStringLiteral("_Msk");
         addSelfTest(field);

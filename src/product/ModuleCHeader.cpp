@@ -23,16 +23,11 @@
 
 using KivCHeader::identifier;
 using KivCHeader::namePart;
-using KivCHeader::oneLine;
+using KivCHeader::quotedName;
 using KivCHeader::unsignedLiteral;
 using KivCHeader::valueLiteral;
 
 namespace {
-
-QString quotedName(const QString& name)
-{
-    return QLatin1Char('"') + oneLine(name) + QLatin1Char('"');
-}
 
 /// The codes of the basic CANopen data types, by the names files use for them.
 quint64 dataTypeCode(const QString& name)
@@ -162,16 +157,7 @@ void Generator::writeParameter(
                     values.at(index), source);
         }
     }
-    for (const auto& entry : KivCHeader::namedValues(first->value())) {
-        const QString valueSource = QStringLiteral("value ") + QString::number(entry.first) + QStringLiteral(" (")
-            + quotedName(entry.second) + QStringLiteral(") of ") + source;
-        QString name = namePart(entry.second);
-        if (name.isEmpty()) {
-            name = QStringLiteral("VALUE_") + QString::number(entry.first);
-            m_writer.warning(valueSource + QStringLiteral(" has no name to build on; it is written as ") + name);
-        }
-        m_writer.define(identifier({id, name}), unsignedLiteral(entry.first), valueSource);
-    }
+    m_writer.defineNamedValues(id, first->value(), source);
     m_writer.blankLine();
 }
 

@@ -99,6 +99,11 @@ QString commentText(const QString& text)
     return line;
 }
 
+QString quotedName(const QString& name)
+{
+    return QLatin1Char('"') + oneLine(name) + QLatin1Char('"');
+}
+
 QString hexLiteral(quint64 value, int digits)
 {
     return QStringLiteral("0x") + QString::number(value, 16).toUpper().rightJustified(digits, QLatin1Char('0'))
@@ -226,6 +231,20 @@ void Writer::define(const QString& id, const QString& value, const QString& sour
     m_text += QStringLiteral("#define ") + id;
     m_text += QString(qMax(1, 48 - id.size()), QLatin1Char(' '));
     m_text += value + QLatin1Char('\n');
+}
+
+void Writer::defineNamedValues(const QString& id, XmlValueInterface* value, const QString& source)
+{
+    for (const auto& entry : namedValues(value)) {
+        const QString valueSource = QStringLiteral("value ") + QString::number(entry.first) + QStringLiteral(" (")
+            + quotedName(entry.second) + QStringLiteral(") of ") + source;
+        QString part = namePart(entry.second);
+        if (part.isEmpty()) {
+            part = QStringLiteral("VALUE_") + QString::number(entry.first);
+            warning(valueSource + QStringLiteral(" has no name to build on; it is written as ") + part);
+        }
+        define(identifier({id, part}), unsignedLiteral(entry.first), valueSource);
+    }
 }
 
 void Writer::comment(const QString& text)

@@ -27,6 +27,9 @@ QString commentText(const QString& text);
 /// `text` on one line for a diagnostic: control characters as "U+XXXX".
 QString oneLine(const QString& text);
 
+/// `name` in double quotes on one line, for a diagnostic.
+QString quotedName(const QString& name);
+
 /// An unsigned literal: hexadecimal with at least `digits` digits, "U" or (beyond 32 bits) "ULL".
 QString hexLiteral(quint64 value, int digits);
 /// An unsigned decimal literal with "U" or "ULL".
@@ -59,6 +62,9 @@ public:
     void define(const QString& id, const QString& value, const QString& source);
     /// Claims `id` for `source` without writing it. False (and an error) when another source has it.
     bool claim(const QString& id, const QString& source);
+    /// A constant ID_NAME per named value of `value` (choice or bool), NAME from the value's text; a text
+    /// that gives no name is written as VALUE_n, with a warning.
+    void defineNamedValues(const QString& id, XmlValueInterface* value, const QString& source);
     /// "/* TEXT */" on a line of its own, with `text` made safe.
     void comment(const QString& text);
     /// "/* ---- TEXT */": the head of a section.
