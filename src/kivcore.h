@@ -4,6 +4,7 @@
 
 #include "base/XmlItemContainer.h"
 #include "product/KIVXmlParser.h"
+#include "product/ModuleCHeader.h"
 #include "product/ModuleJson.h"
 #include "product/XmlAnalogInput.h"
 #include "product/XmlAnalogInputs.h"
@@ -29,6 +30,7 @@
 #include "product/XmlProductInterface.h"
 #include "product/XmlProductModule.h"
 
+#include "values/CHeaderResult.h"
 #include "values/XmlValueASCII.h"
 #include "values/XmlValueAlert.h"
 #include "values/XmlValueBool.h"
@@ -44,6 +46,7 @@
 #include "values/XmlValueUnsigned.h"
 #include "values/XmlValueVersion.h"
 
+#include "ic/IcCHeader.h"
 #include "ic/IcJson.h"
 #include "ic/RegisterValues.h"
 #include "ic/XmlDatabase.h"

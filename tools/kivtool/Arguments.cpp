@@ -24,6 +24,8 @@ const Option kOptions[] = {
     {"context", "context", 0, "pair", "A known register value REG=VALUE that selects variants; repeatable."},
     {"force", "force", 0, nullptr, "Write read-only fields and values outside their range as given."},
     {"all-bases", "all-bases", 0, nullptr, "Also print the value in decimal and binary."},
+    {"prefix", "prefix", 0, "name", "Begin every identifier with <name> (default: the product's name)."},
+    {"selftest", "selftest", 0, "path", "Also write a C self-test of the header's fields to <path>."},
 };
 
 const Option kCommonOptions[] = {
@@ -146,6 +148,14 @@ const QList<Command>& commands()
             {QStringLiteral("base"), QStringLiteral("context"), QStringLiteral("force"), QStringLiteral("json"),
                 QStringLiteral("all-bases"), QStringLiteral("output")},
             2, -1, "a FILE and REG"},
+        {"header", "header FILE [-o <path>] [--prefix <name>] [--selftest <path>]",
+            "a C header of the product's numbers",
+            "Writes a C header (C99, C11, C++) for firmware or host software: an IC's registers with their fields\n"
+            "(_Pos, _Msk, _Width, _Reset), named values and layouts, or a module's parameter, input, output and\n"
+            "CANopen numbers. Names that collide are reported and nothing is written (exit 1); warnings are printed\n"
+            "and the header is written. --selftest (IC, with -o) also writes a C program that checks every field.",
+            "kivtool header examples/ic/kiv-ic-example.xml -o kiv5q7.h --selftest kiv5q7_test.c",
+            {QStringLiteral("output"), QStringLiteral("prefix"), QStringLiteral("selftest")}},
     };
     return list;
 }

@@ -2,6 +2,7 @@
 // LaTeX fragments or manual, or JSON export.
 
 #include "Arguments.h"
+#include "HeaderCommand.h"
 #include "HtmlOutput.h"
 #include "InputFile.h"
 #include "JsonOutput.h"
@@ -125,6 +126,8 @@ int run(const Arguments& arguments)
         return runManual(*input, arguments);
     if (command == QLatin1String("decode") || command == QLatin1String("encode"))
         return runRegisterCommand(*input, arguments);
+    if (command == QLatin1String("header"))
+        return runHeader(*input, arguments);
     return runJson(*input, output);
 }
 
