@@ -1,5 +1,6 @@
 #include "esi/ESIXmlDictionaryDataType.h"
 
+#include "base/ReserveHint_p.h"
 #include "esi/ESIXmlText_p.h"
 
 #include <QJsonArray>
@@ -35,7 +36,7 @@ ESIXmlDictionaryDataType::~ESIXmlDictionaryDataType()
 QString ESIXmlDictionaryDataType::toString(QString indent) const
 {
     QString s;
-    s.reserve(48 + m_name.size() + 5 * indent.size() + m_subItems.size() * (96 + 8 * indent.size()));
+    s.reserve(KivReserve::chars(48 + m_name.size() + 5 * indent.size(), m_subItems.size(), 96 + 8 * indent.size()));
     EsiText::openBlock(s, indent, QLatin1String("DataType"));
     EsiText::field(s, indent, QLatin1String("\tName: "), m_name);
     EsiText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);

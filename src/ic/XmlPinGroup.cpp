@@ -1,5 +1,6 @@
 #include "ic/XmlPinGroup.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/HtmlTables_p.h"
 #include "ic/IcText_p.h"
 #include "ic/XmlPin.h"
@@ -34,7 +35,7 @@ QString XmlPinGroup::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(128 + 256 * m_pins.size());
+    text.reserve(KivReserve::chars(128, m_pins.size(), 256));
     text += indent + QLatin1String("XmlPinGroup(id: ") + QString::number(m_id) + QLatin1String(", name: ") + m_name
         + QLatin1String(", description: ") + m_description + QLatin1String(", states: ") + m_states
         + QLatin1String(", desc_states: ") + m_descStates + QLatin1String(")\n") + indent + QLatin1Char('{');
@@ -47,7 +48,7 @@ QString XmlPinGroup::toString(QString indent) const
 QString XmlPinGroup::toHtml() const
 {
     QString html;
-    html.reserve(512 + 1024 * m_pins.size());
+    html.reserve(KivReserve::chars(512, m_pins.size(), 1024));
     html += QLatin1String(KivHtml::kWideTableOpen);
     KivHtml::appendRow(html,
         {QStringLiteral("ID"), QStringLiteral("Name"), QStringLiteral("Description"), QStringLiteral("States"),

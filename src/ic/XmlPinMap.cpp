@@ -1,5 +1,6 @@
 #include "ic/XmlPinMap.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/HtmlTables_p.h"
 #include "ic/XmlPinMapping.h"
 #include "product/ElementParser_p.h"
@@ -42,7 +43,7 @@ QString XmlPinMap::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(64 + 48 * m_pinMappings.size());
+    text.reserve(KivReserve::chars(64, m_pinMappings.size(), 48));
     text += indent + QLatin1String("XmlPinMap()\n") + indent + QLatin1Char('{');
     for (const XmlPinMapping* mapping : m_pinMappings) {
         text += QLatin1Char('\n');

@@ -1,5 +1,6 @@
 #include "ic/XmlPins.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/HtmlTables_p.h"
 #include "ic/IcText_p.h"
 #include "ic/XmlPinGroup.h"
@@ -30,7 +31,7 @@ QString XmlPins::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(64 + 1024 * m_pinGroups.size());
+    text.reserve(KivReserve::chars(64, m_pinGroups.size(), 1024));
     text += indent + QLatin1String("XmlPins(packaging: ") + m_packaging + QLatin1String(")\n") + indent
         + QLatin1Char('{');
     for (const XmlPinGroup* group : m_pinGroups)
@@ -42,7 +43,7 @@ QString XmlPins::toString(QString indent) const
 QString XmlPins::toHtml() const
 {
     QString html;
-    html.reserve(256 + 2048 * m_pinGroups.size());
+    html.reserve(KivReserve::chars(256, m_pinGroups.size(), 2048));
     html += QLatin1String(KivHtml::kWideTableOpen);
     KivHtml::appendRow(html, {QStringLiteral("Packaging")});
     KivHtml::appendRow(html, {m_packaging});

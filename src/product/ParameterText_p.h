@@ -3,6 +3,7 @@
 // Debug-text pieces shared by the parameter family: every leaf and every container writes the same shape
 // with its own prefix.
 
+#include "base/ReserveHint_p.h"
 #include "values/XmlValueInterface.h"
 
 #include <QList>
@@ -16,7 +17,7 @@ inline QString leafText(QLatin1String prefix, long long type, const QString& nam
     XmlValueInterface* value)
 {
     QString text;
-    text.reserve(64 + name.size() + descriptions.size() * 48);
+    text.reserve(KivReserve::chars(64 + name.size(), descriptions.size(), 48));
     text += prefix;
     text += QLatin1String("type: ");
     text += QString::number(type);

@@ -4,11 +4,15 @@
 #include "esi/XmlEtherCATInfo.h"
 #include "ic/XmlPinMap.h"
 #include "ic/XmlProductIC.h"
+#include "ic/XmlRegisterSet.h"
+#include "ic/XmlValueRegister.h"
 #include "product/KIVXmlParser.h"
 #include "product/XmlProductModule.h"
 
 #include <QFile>
 #include <QXmlStreamReader>
+
+#include <cstdio>
 
 namespace {
 
@@ -67,6 +71,29 @@ LoadError explainNullResult(QFile* file, const QString& path)
     return failure(1, QStringLiteral("kivtool: %1: no model could be built from this file").arg(path));
 }
 
+/// Register values are 64 bits: a file that claims a wider register is shown narrower than it says,
+/// so say so once (the first such register; control characters of its name are not sent to the terminal).
+void warnOfWideRegister(const QString& path, XmlProductIC* ic)
+{
+    if (!ic->registerSet())
+        return;
+    for (const XmlValueRegister* reg : qAsConst(*ic->registerSet()->getRegisters())) {
+        if (reg && reg->getSize() > 64) {
+            QString name = reg->name();
+            for (QChar& c : name) {
+                if (c.category() == QChar::Other_Control)
+                    c = QLatin1Char('?');
+            }
+            std::fprintf(stderr, "%s\n",
+                QStringLiteral("kivtool: %1: register %2 is %3 bits wide; values are shown as 64 bits")
+                    .arg(path, name, QString::number(reg->getSize()))
+                    .toLocal8Bit()
+                    .constData());
+            return;
+        }
+    }
+}
+
 } // namespace
 
 InputFile::~InputFile()
@@ -107,6 +134,8 @@ std::unique_ptr<InputFile> InputFile::load(const QString& path, LoadError* error
         *error = explainNullResult(&file, path);
         return nullptr;
     }
+    if (XmlProductIC* parsed = input->ic())
+        warnOfWideRegister(path, parsed);
     return input;
 }
 

@@ -1,6 +1,7 @@
 #include "LatexOutput.h"
 
 #include "InputFile.h"
+#include "LatexRepair.h"
 
 #include "ic/XmlGroup.h"
 #include "ic/XmlProductIC.h"
@@ -12,7 +13,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace {
@@ -192,73 +192,6 @@ QString latexEscaped(const QString& text)
     return escaped;
 }
 
-/// The axis-parameter generator closes only its last long table (the hand-written manual closes the
-/// others); a standalone document needs each one closed before the next opens.
-QString closeEveryLongtable(const QString& text)
-{
-    static const QLatin1String begin("\\begin{longtable}");
-    static const QLatin1String end("\\end{longtable}");
-    QString closed;
-    closed.reserve(text.size() + 256);
-    bool open = false;
-    int from = 0;
-    while (true) {
-        const int nextBegin = text.indexOf(begin, from);
-        const int nextEnd = text.indexOf(end, from);
-        if (nextBegin < 0 && nextEnd < 0)
-            break;
-        if (nextBegin >= 0 && (nextEnd < 0 || nextBegin < nextEnd)) {
-            closed += text.midRef(from, nextBegin - from);
-            if (open)
-                closed += QLatin1String("\n\\end{longtable}\n");
-            closed += begin;
-            open = true;
-            from = nextBegin + begin.size();
-        } else {
-            closed += text.midRef(from, nextEnd + end.size() - from);
-            open = false;
-            from = nextEnd + end.size();
-        }
-    }
-    closed += text.midRef(from);
-    return closed;
-}
-
-/// Description lines are joined by a bare "\\newline", which runs into a following word as one unknown
-/// command; a standalone document separates them.
-QString separateNewlines(QString text)
-{
-    static const QRegularExpression gluedNewline(QStringLiteral("\\\\newline(?=[A-Za-z])"));
-    return text.replace(gluedNewline, QStringLiteral("\\newline{}"));
-}
-
-/// The preamble names each global bank's feature macro with its number inside the name, which the
-/// manual's own macro package reads by name; plain LaTeX needs such a name built with \\csname.
-QString bankMacrosByName(QString header)
-{
-    static const QRegularExpression bankMacro(QStringLiteral("\\\\providecommand\\{\\\\(SupportGPBank\\d+)\\}\\{\\}"));
-    return header.replace(bankMacro, QStringLiteral("\\expandafter\\providecommand\\csname \\1\\endcsname{}"));
-}
-
-/// Names such as "User variable #0" reach the tables unescaped; no generated table uses "#" itself.
-QString escapeHashSigns(QString body)
-{
-    static const QRegularExpression bareHash(QStringLiteral("(?<!\\\\)#"));
-    return body.replace(bareHash, QStringLiteral("\\#"));
-}
-
-/// Texts keep an ampersand as the four characters \\x26 for the manual's macro package to print.
-QString ampersandEscapes(QString body)
-{
-    return body.replace(QLatin1String("\\x26"), QLatin1String("\\&"));
-}
-
-/// The repairs a generated body needs to typeset on its own.
-QString standaloneBody(const QString& body)
-{
-    return separateNewlines(ampersandEscapes(escapeHashSigns(closeEveryLongtable(body))));
-}
-
 QString readTemplate(const QString& resource)
 {
     QFile file(resource);
@@ -358,8 +291,8 @@ QString latexManual(const InputFile& input)
     QString document;
     if (XmlProductModule* module = input.module()) {
         document = readTemplate(QStringLiteral(":/templates/module-manual.tex"));
-        document.replace(QLatin1String("%%HEADER%%"), bankMacrosByName(module->toLaTeXHeader()));
-        document.replace(QLatin1String("%%BODY%%"), standaloneBody(moduleBody(module)));
+        document.replace(QLatin1String("%%HEADER%%"), LatexRepair::bankMacrosByName(module->toLaTeXHeader()));
+        document.replace(QLatin1String("%%BODY%%"), LatexRepair::standaloneBody(moduleBody(module)));
     } else if (XmlProductIC* ic = input.ic()) {
         document = readTemplate(QStringLiteral(":/templates/ic-manual.tex"));
         document.replace(QLatin1String("%%TITLE%%"), latexEscaped(ic->name()));
@@ -370,7 +303,7 @@ QString latexManual(const InputFile& input)
         for (const QString& line : qAsConst(*ic->mainDescription()))
             description << latexEscaped(line);
         document.replace(QLatin1String("%%DESCRIPTION%%"), description.join(QLatin1String("\n\n")));
-        document.replace(QLatin1String("%%BODY%%"), standaloneBody(icBody(ic)));
+        document.replace(QLatin1String("%%BODY%%"), LatexRepair::standaloneBody(icBody(ic)));
     }
     return document;
 }
