@@ -139,7 +139,8 @@ void appendObjectSection(QString& html, XmlCANopenObject* object)
     html += QLatin1String("\n</table>");
 }
 
-/// The parameter `getAxisParameterValue(0, type)` finds, for every type, found in one walk of the blocks.
+/// For every type, the parameter `getAxisParameterValue(0, type)` returns, all found in one walk of the
+/// blocks: a look-up per setting walked every parameter again.
 using ParametersByType = std::array<const XmlAxisParameter*, 256>;
 
 ParametersByType firstAxisZeroParameters(const QList<XmlAxisParameters*>& blocks)
