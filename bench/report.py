@@ -73,6 +73,18 @@ def main():
         large = small.replace(f"-{SIZES_MB[0]}mb", f"-{SIZES_MB[1]}mb")
         a, b = ms(name), ms(f"render/{renderer}/{large}")
         print(f"{kind:<7} {renderer:<28} {a:>9.2f} {b:>9.2f} {b / a:>8.1f}")
+    print()
+    print("Formerly quadratic paths (ms at N and 2N, inputs built in memory; linear doubles: ratio 2)")
+    print(f"{'path':<28} {'N':>8} {'ms at N':>9} {'ms at 2N':>9} {'ratio':>6}")
+    scaling = {}
+    for name in runs:
+        if name.startswith("scaling/"):
+            _, path, count = name.split("/")
+            scaling.setdefault(path, []).append(int(count))
+    for path in sorted(scaling):
+        n = min(scaling[path])
+        a, b = ms(f"scaling/{path}/{n}"), ms(f"scaling/{path}/{2 * n}")
+        print(f"{path:<28} {n:>8} {a:>9.2f} {b:>9.2f} {b / a:>6.1f}")
     if samples:
         print()
         print("Real ESI files (parse once each; memory = resident growth / file size)")

@@ -1,9 +1,11 @@
 // kivbench: parse throughput against the XML reader's own token rate, renderer times and model memory.
 //
 //   kivbench --memory FILE          one line of JSON: file size and resident growth of one parse
-//   kivbench DIR... [benchmark flags]  benchmarks for every *.xml file in the directories
+//   kivbench DIR... [benchmark flags]  benchmarks for every *.xml file in the directories, and the
+//                                      scaling benchmarks of formerly quadratic paths (inputs in memory)
 
 #include "Models.h"
+#include "Scaling.h"
 
 #include <benchmark/benchmark.h>
 
@@ -113,6 +115,7 @@ int main(int argc, char* argv[])
             registerFile(file.absoluteFilePath());
         ++first;
     }
+    registerScalingBenchmarks();
     argv[first - 1] = argv[0];
     int remaining = argc - first + 1;
     benchmark::Initialize(&remaining, argv + first - 1);

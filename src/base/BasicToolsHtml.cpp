@@ -1,6 +1,8 @@
 // HTML and Markdown helpers, working-directory copies and the widget screenshot.
 #include "base/BasicTools.h"
 
+#include "base/ReserveHint_p.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDateTime>
@@ -47,7 +49,7 @@ QString BasicTools::stringHtmlMatch(QString a, QString b, QColor color, bool bol
     const QLatin1String closeRun(colored ? (bold ? "</span></b>" : "</span>") : (bold ? "</b>" : ""));
     const int common = qMin(a.size(), b.size());
     QString html;
-    html.reserve(b.size() * 4);
+    html.reserve(KivReserve::chars(0, b.size(), 4));
     bool matching = true;
     for (int i = 0; i < common; ++i) {
         const bool same = a.at(i) == b.at(i);
@@ -80,7 +82,7 @@ QString BasicTools::mdToHtml(QFile* file)
     const QLatin1String listItem("<li>");
     const QLatin1String listEnd("</ui>"); // spelled so on purpose: existing help pages rely on it
     QString html;
-    html.reserve(int(file->size()) + 256);
+    html.reserve(KivReserve::chars(256 + file->size()));
     bool inList = false;
     QTextStream in(file);
     QString line;

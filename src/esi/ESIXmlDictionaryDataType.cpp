@@ -1,4 +1,5 @@
 #include "esi/ESIXmlDictionaryDataType.h"
+#include "base/ReserveHint_p.h"
 #include "text/DebugText_p.h"
 
 #include <QJsonArray>
@@ -34,7 +35,7 @@ ESIXmlDictionaryDataType::~ESIXmlDictionaryDataType()
 QString ESIXmlDictionaryDataType::toString(QString indent) const
 {
     QString s;
-    s.reserve(48 + m_name.size() + 5 * indent.size() + m_subItems.size() * (96 + 8 * indent.size()));
+    s.reserve(KivReserve::chars(48 + m_name.size() + 5 * indent.size(), m_subItems.size(), 96 + 8 * indent.size()));
     KivText::openBlock(s, indent, QLatin1String("DataType"));
     KivText::field(s, indent, QLatin1String("\tName: "), m_name);
     KivText::field(s, indent, QLatin1String("\tBitSize: "), m_bitSize);

@@ -1,5 +1,6 @@
 #include "esi/ESIXmlObjectInfo.h"
 
+#include "base/ReserveHint_p.h"
 #include "esi/ESIXmlSubItem.h"
 #include "text/DebugText_p.h"
 
@@ -14,7 +15,7 @@ ESIXmlObjectInfo::~ESIXmlObjectInfo()
 QString ESIXmlObjectInfo::toString(QString indent) const
 {
     QString s;
-    s.reserve(48 + 4 * indent.size() + m_subItems.size() * (48 + 4 * indent.size()));
+    s.reserve(KivReserve::chars(48 + 4 * indent.size(), m_subItems.size(), 48 + 4 * indent.size()));
     KivText::openBlock(s, indent, QLatin1String("Info"));
     KivText::field(s, indent, QLatin1String("\tDefault Value: "), m_defaultValue);
     const QString inner = indent + QLatin1Char('\t');

@@ -1,12 +1,12 @@
 #include "ic/RegisterValues.h"
 
-#include "text/Ampersand_p.h"
 #include "ic/XmlProductIC.h"
 #include "ic/XmlRegisterSet.h"
 #include "ic/XmlRegisterVariant.h"
 #include "ic/XmlRegisterVariantImpactedBy.h"
 #include "ic/XmlValueRegister.h"
 #include "ic/XmlValueRegisterField.h"
+#include "text/Ampersand_p.h"
 #include "values/XmlValueAlert.h"
 #include "values/XmlValueBool.h"
 #include "values/XmlValueChoice.h"

@@ -1,5 +1,6 @@
 #include "ic/XmlPinGroup.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/XmlPin.h"
 #include "text/Html_p.h"
 #include "text/Numbers_p.h"
@@ -21,7 +22,7 @@ QString XmlPinGroup::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(128 + 256 * m_items.size());
+    text.reserve(KivReserve::chars(128, m_items.size(), 256));
     text += indent + QLatin1String("XmlPinGroup(id: ") + QString::number(m_id) + QLatin1String(", name: ") + m_name
         + QLatin1String(", description: ") + m_description + QLatin1String(", states: ") + m_states
         + QLatin1String(", desc_states: ") + m_descStates + QLatin1String(")\n") + indent + QLatin1Char('{');
@@ -34,7 +35,7 @@ QString XmlPinGroup::toString(QString indent) const
 QString XmlPinGroup::toHtml() const
 {
     QString html;
-    html.reserve(512 + 1024 * m_items.size());
+    html.reserve(KivReserve::chars(512, m_items.size(), 1024));
     html += QLatin1String(KivText::kWideTableOpen);
     KivText::appendRow(html,
         {QStringLiteral("ID"), QStringLiteral("Name"), QStringLiteral("Description"), QStringLiteral("States"),

@@ -1,5 +1,6 @@
 #include "ic/XmlPinMap.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/XmlPinMapping.h"
 #include "text/Html_p.h"
 
@@ -29,7 +30,7 @@ QString XmlPinMap::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(64 + 48 * m_items.size());
+    text.reserve(KivReserve::chars(64, m_items.size(), 48));
     text += indent + QLatin1String("XmlPinMap()\n") + indent + QLatin1Char('{');
     for (const XmlPinMapping* mapping : m_items) {
         text += QLatin1Char('\n');

@@ -1,5 +1,6 @@
 #include "ic/XmlPins.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/XmlPinGroup.h"
 #include "text/Html_p.h"
 #include "text/Numbers_p.h"
@@ -17,7 +18,7 @@ QString XmlPins::toString(QString indent) const
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(64 + 1024 * m_items.size());
+    text.reserve(KivReserve::chars(64, m_items.size(), 1024));
     text += indent + QLatin1String("XmlPins(packaging: ") + m_packaging + QLatin1String(")\n") + indent
         + QLatin1Char('{');
     for (const XmlPinGroup* group : m_items)
@@ -29,7 +30,7 @@ QString XmlPins::toString(QString indent) const
 QString XmlPins::toHtml() const
 {
     QString html;
-    html.reserve(256 + 2048 * m_items.size());
+    html.reserve(KivReserve::chars(256, m_items.size(), 2048));
     html += QLatin1String(KivText::kWideTableOpen);
     KivText::appendRow(html, {QStringLiteral("Packaging")});
     KivText::appendRow(html, {m_packaging});

@@ -3,6 +3,7 @@
 #include "ic/XmlProductIC.h"
 
 #include "base/BasicTools.h"
+#include "base/ReserveHint_p.h"
 #include "ic/XmlGroup.h"
 #include "ic/XmlRegisterSet.h"
 #include "ic/XmlRegisterVariant.h"
@@ -175,6 +176,18 @@ void appendOverviewRows(QString& text, XmlRegisterSet* set, const XmlGroup* grou
     }
 }
 
+int registerCount(XmlRegisterSet* set)
+{
+    return set ? set->getRegisters()->size() : 0;
+}
+
+/// Hexadecimal digits of a register's default: values are 64 bits, so a wider register is shown as 64
+/// bits (a size of two billion would otherwise pad one number to half a gigabyte).
+int defaultDigits(int registerSize)
+{
+    return qMax(2, (qMin(registerSize, 64) + 3) / 4);
+}
+
 const QLatin1String kOverviewOpen("\n\\begin{longtabu}{|c|c|c|} \\hline\n\\rowcolor{gray} \\textbf{Address} & "
                                   "\\textbf{Registername} & \\textbf{Access} \\endhead \\hline");
 
@@ -182,9 +195,8 @@ const QLatin1String kOverviewOpen("\n\\begin{longtabu}{|c|c|c|} \\hline\n\\rowco
 
 QString XmlProductIC::toLaTeXRegisterMap()
 {
-    const int registerCount = m_registerSet ? m_registerSet->getRegisters()->size() : 0;
     QString text;
-    text.reserve(256 + 1024 * registerCount);
+    text.reserve(KivReserve::chars(256, registerCount(m_registerSet), 1024));
     text += kUnderscoreBreak;
     text += QLatin1String("\n\\begin{longtable}{c|l|l|p{5.5cm}}");
     // The first head row ends with one backslash and the second begins with one: together the row end.
@@ -208,9 +220,8 @@ QString XmlProductIC::toLaTeXRegisterMap()
 
 QString XmlProductIC::toLaTeXRegisterMapDefaults()
 {
-    const int registerCount = m_registerSet ? m_registerSet->getRegisters()->size() : 0;
     QString text;
-    text.reserve(512 + 1024 * registerCount);
+    text.reserve(KivReserve::chars(512, registerCount(m_registerSet), 1024));
     text += kUnderscoreBreak;
     text += QLatin1String("\n\\begin{longtable}{crp{3.5cm}|r|cc|p{3.5cm}}");
     text += QLatin1String("\n{\\bf RD/WR} & {\\bf ADDR} & {\\bf NAME} & {\\bf DEFAULT} & {\\bf MIN} & {\\bf MAX} & "
@@ -218,7 +229,7 @@ QString XmlProductIC::toLaTeXRegisterMapDefaults()
     if (m_registerSet) {
         for (XmlValueRegister* reg : qAsConst(*m_registerSet->getRegisters())) {
             const QList<XmlRegisterVariant*>& variants = *reg->getRegisterVariants();
-            const int digits = qMax(2, (reg->getSize() + 3) / 4);
+            const int digits = defaultDigits(reg->getSize());
             text += QLatin1Char('\n') + KivText::escapeLatex(reg->getAccessAsString()) + QLatin1String(" & ")
                 + hexNum(reg->address(), 2) + QLatin1String(" & {\\bf ") + KivText::escapeLatex(reg->name())
                 + QLatin1Char('}') + kRegisterLabel + KivText::latexLabelName(reg->name()) + QLatin1String("} & ");
@@ -247,7 +258,7 @@ QString XmlProductIC::toLaTeXRegisterMapDefaults()
 QString XmlProductIC::toLaTeXRegisterOverview()
 {
     QString text;
-    text.reserve(256 + 96 * (m_registerSet ? m_registerSet->getRegisters()->size() : 0));
+    text.reserve(KivReserve::chars(256, registerCount(m_registerSet), 96));
     text += kOverviewOpen;
     appendOverviewRows(text, m_registerSet, nullptr);
     text += QLatin1String("\n\\caption{\\productName\\ Registers }\n\\end{longtabu}");
@@ -257,7 +268,7 @@ QString XmlProductIC::toLaTeXRegisterOverview()
 QString XmlProductIC::toLaTeXRegisterOverviewByGroup(XmlGroup* group)
 {
     QString text;
-    text.reserve(256 + 96 * (m_registerSet ? m_registerSet->getRegisters()->size() : 0));
+    text.reserve(KivReserve::chars(256, registerCount(m_registerSet), 96));
     text += kOverviewOpen;
     if (group)
         appendOverviewRows(text, m_registerSet, group);

@@ -1,5 +1,6 @@
 #include "ic/XmlRegisterSet.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/XmlGroup.h"
 #include "ic/XmlValueRegister.h"
 
@@ -35,12 +36,18 @@ void XmlRegisterSet::appendGroup(XmlGroup* group)
 QString XmlRegisterSet::toString() const
 {
     QString text;
-    text.reserve(128 + 64 * m_groups.size() + 2048 * m_registers.size());
+    text.reserve(KivReserve::chars(128 + 64 * qint64(m_groups.size()), m_registers.size(), 2048));
     text += QLatin1String("XmlRegisterSet(for: ") + m_for + QLatin1String(", name: ") + m_name + QLatin1String(")\n{");
-    for (const XmlGroup* group : m_groups)
-        text += QLatin1Char('\n') + group->toString(QString());
-    for (XmlValueRegister* reg : m_registers)
-        text += QLatin1Char('\n') + reg->toString(QString());
+    // Plain appends: a concatenation appended with += reserves the exact new length, so once the reserve
+    // is used up every register would copy the whole text where the allocator cannot grow it in place.
+    for (const XmlGroup* group : m_groups) {
+        text += QLatin1Char('\n');
+        text += group->toString(QString());
+    }
+    for (XmlValueRegister* reg : m_registers) {
+        text += QLatin1Char('\n');
+        text += reg->toString(QString());
+    }
     text += QLatin1String("\n}");
     return text;
 }

@@ -1,5 +1,6 @@
 #include "ic/XmlRegisterVariant.h"
 
+#include "base/ReserveHint_p.h"
 #include "ic/XmlRegisterVariantImpactedBy.h"
 #include "ic/XmlRegisterVariantImpacts.h"
 #include "ic/XmlValueRegisterField.h"
@@ -85,7 +86,7 @@ QString XmlRegisterVariant::toString(QString indent)
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(256 * (1 + m_registerFields.size()));
+    text.reserve(KivReserve::chars(256, m_registerFields.size(), 256));
     // The doubled closing parenthesis is what log readers match on; kept.
     text += indent + QLatin1String("XmlRegisterVariant(name: ") + m_name + QLatin1String("), access: ")
         + m_variantAccessString + QLatin1String(")\n") + indent + QLatin1Char('{');
@@ -108,7 +109,7 @@ QString XmlRegisterVariant::toLatex(QString indent)
     const QString inner = indent + QLatin1Char('\t');
     const QString title = m_name == kDefaultVariant ? QStringLiteral("Variant 0") : m_name;
     QString text;
-    text.reserve(256 + 512 * m_registerFields.size());
+    text.reserve(KivReserve::chars(256, m_registerFields.size(), 512));
     text += QLatin1Char('\n') + indent + QLatin1String("\\begin{tabular}{|l|l|p{5.0cm}|l|}");
     text += QLatin1Char('\n') + inner + QLatin1String("\\hline");
     text += QLatin1Char('\n') + inner + QLatin1String("\\multicolumn{4}{|c|}{\\cellcolor{gray!50}") + title
@@ -139,7 +140,7 @@ QString XmlRegisterVariant::toLatex(QString indent)
 QString XmlRegisterVariant::toHtml()
 {
     QString html;
-    html.reserve(1024 * (1 + m_registerFields.size()));
+    html.reserve(KivReserve::chars(1024, m_registerFields.size(), 1024));
     html += QLatin1String(KivText::kWideTableOpen);
     if (m_name != kDefaultVariant) {
         html += QLatin1String("\n<tr>\n<td width=\"10%\">Variant name:</td>\n<td>") + m_name

@@ -1,6 +1,7 @@
 #include "ic/XmlValueRegister.h"
 
 #include "base/BasicTools.h"
+#include "base/ReserveHint_p.h"
 #include "ic/XmlRegisterVariant.h"
 #include "text/Html_p.h"
 #include "text/Numbers_p.h"
@@ -36,7 +37,7 @@ QString XmlValueRegister::toString(QString indent)
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve(128 + 1024 * m_registerVariants.size());
+    text.reserve(KivReserve::chars(128, m_registerVariants.size(), 1024));
     text += indent + QLatin1String("XmlValueRegister(address: ") + QString::number(m_address)
         + QLatin1String(", name: ") + m_name + QLatin1String(", size: ") + QString::number(m_size)
         + QLatin1String(", group: ") + QString::number(m_groupID) + QLatin1String(")\n") + indent + QLatin1Char('{');
@@ -49,7 +50,7 @@ QString XmlValueRegister::toString(QString indent)
 QString XmlValueRegister::toHtml()
 {
     QString html;
-    html.reserve(512 + 2048 * m_registerVariants.size());
+    html.reserve(KivReserve::chars(512, m_registerVariants.size(), 2048));
     html += QLatin1String(KivText::kWideTableOpen);
     // The width sits on the header cell of the address but on the value cells of name and size: kept.
     html += QLatin1String("\n<tr>\n<td width=\"10%\">Address</td>\n<td>Name</td>\n<td>Size</td>"

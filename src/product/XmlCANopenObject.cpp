@@ -1,6 +1,7 @@
 #include "product/XmlCANopenObject.h"
 
 #include "base/BasicTools.h"
+#include "base/ReserveHint_p.h"
 #include "product/XmlCANopenEntry.h"
 #include "values/XmlValueInterface.h"
 
@@ -33,7 +34,7 @@ QString XmlCANopenObject::toString(QString indent) const
 {
     const QString nested = indent + QLatin1Char('\t');
     QString text;
-    text.reserve(128 + m_name.size() + (m_descriptions.size() + m_entries.size()) * 96);
+    text.reserve(KivReserve::chars(128 + m_name.size(), qint64(m_descriptions.size()) + m_entries.size(), 96));
     text += QLatin1String("XmlCANopenObject( index: 0x");
     text += QString::number(m_index, 16);
     text += QLatin1String(", name: ");
@@ -71,7 +72,7 @@ QString XmlCANopenObject::toLatex() const
 {
     const QString hex = BasicTools::iToHex(quint32(m_index), 4, QString());
     QString text;
-    text.reserve(1200 + m_descriptions.size() * 80 + m_entries.size() * 80);
+    text.reserve(KivReserve::chars(1200, qint64(m_descriptions.size()) + m_entries.size(), 80));
 
     text += QLatin1String("\\subsubsection{Object \\hexnum{");
     text += hex;

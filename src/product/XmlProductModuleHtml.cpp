@@ -3,6 +3,7 @@
 
 #include "product/XmlProductModule.h"
 
+#include "base/ReserveHint_p.h"
 #include "product/XmlAnalogInputs.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlCANopenEntry.h"
@@ -15,6 +16,8 @@
 #include "product/XmlIrqs.h"
 #include "text/Html_p.h"
 #include "values/XmlValueInterface.h"
+
+#include <array>
 
 namespace {
 
@@ -137,7 +140,26 @@ void appendObjectSection(QString& html, XmlCANopenObject* object)
     html += QLatin1String("\n</table>");
 }
 
-void appendConfigurationSection(QString& html, XmlDriveConfiguration* configuration, XmlProductModule* module)
+/// For every type, the parameter `getAxisParameterValue(0, type)` returns, all found in one walk of the
+/// blocks: a look-up per setting walked every parameter again.
+using ParametersByType = std::array<const XmlAxisParameter*, 256>;
+
+ParametersByType firstAxisZeroParameters(const QList<XmlAxisParameters*>& blocks)
+{
+    ParametersByType byType {};
+    for (XmlAxisParameters* block : blocks) {
+        if (!block || static_cast<unsigned char>(block->getAxis()) != 0)
+            continue;
+        for (const XmlAxisParameter* parameter : *block->getAxisParameter()) {
+            if (parameter && !byType[parameter->type()])
+                byType[parameter->type()] = parameter;
+        }
+    }
+    return byType;
+}
+
+void appendConfigurationSection(
+    QString& html, XmlDriveConfiguration* configuration, const ParametersByType& axisZeroParameters)
 {
     html += QLatin1String("\n<section>\n<h3>Vostrane configuration for ");
     html += esc(configuration->name());
@@ -151,7 +173,7 @@ void appendConfigurationSection(QString& html, XmlDriveConfiguration* configurat
             if (!setting)
                 continue;
             // The settings are written to the first axis: name them after its parameters where known.
-            const XmlAxisParameter* parameter = module->getAxisParameterValue(0, setting->type());
+            const XmlAxisParameter* parameter = axisZeroParameters[setting->type()];
             html += QLatin1String("\n<tr>");
             appendCell(html, group->name());
             appendCell(html, QString::number(setting->type()));
@@ -168,7 +190,7 @@ void appendConfigurationSection(QString& html, XmlDriveConfiguration* configurat
 QString XmlProductModule::toHtml()
 {
     QString html;
-    html.reserve(4096 + m_axisParameters.size() * 16384 + m_canopenObjects.size() * 2048);
+    html.reserve(KivReserve::chars(4096 + 2048 * qint64(m_canopenObjects.size()), m_axisParameters.size(), 16384));
     html += QLatin1String("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>");
     html += esc(m_name);
     html
@@ -218,9 +240,12 @@ QString XmlProductModule::toHtml()
         appendItemSection(html, QStringLiteral("<h3>Irqs</h3>"), *m_irqs->getIrqs());
     if (m_coordinates)
         appendItemSection(html, QStringLiteral("<h3>Coordinates</h3>"), *m_coordinates->getCoordinates());
-    for (XmlDriveConfiguration* configuration : qAsConst(m_driveConfigurations)) {
-        if (configuration)
-            appendConfigurationSection(html, configuration, this);
+    if (!m_driveConfigurations.isEmpty()) {
+        const ParametersByType axisZeroParameters = firstAxisZeroParameters(m_axisParameters);
+        for (XmlDriveConfiguration* configuration : qAsConst(m_driveConfigurations)) {
+            if (configuration)
+                appendConfigurationSection(html, configuration, axisZeroParameters);
+        }
     }
     html += QLatin1String("\n</body>\n</html>\n");
     return html;

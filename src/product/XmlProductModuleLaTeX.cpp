@@ -3,6 +3,7 @@
 
 #include "product/XmlProductModule.h"
 
+#include "base/ReserveHint_p.h"
 #include "product/XmlAnalogInputs.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlDigitalInputs.h"
@@ -103,7 +104,7 @@ QString ioTable(const QList<Item*>& items, QLatin1String titleRow, QLatin1String
     if (items.isEmpty())
         return QString();
     QString text;
-    text.reserve(400 + items.size() * 160);
+    text.reserve(KivReserve::chars(400, items.size(), 160));
     text += QLatin1String("\\begin{table}[H]\n\\begin{tabular}{|l|l|l|l|}\n\\hline\n");
     text += titleRow;
     text += QLatin1String("\n\\hline\n\\rowcolor{gray} Port & Description & Command & Range \\\\");
@@ -208,7 +209,7 @@ QString XmlProductModule::toLaTeXGlobalParamBank(int index)
     const QString bank = QString::number(index);
 
     QString text;
-    text.reserve(800 + parameters.size() * 240);
+    text.reserve(KivReserve::chars(800, parameters.size(), 240));
     text += QLatin1String("\\begin{longtable}{|l|>{\\raggedright}p{2.9cm}|p{6.0cm}|>{\\raggedright}p{2.2cm}|l|l|}\n"
                           "\\hline\n"
                           "\\rowcolor{gray} \\multicolumn{6}{|c|}{All Global Parameters of the \\modulename\\ Module "
@@ -229,7 +230,7 @@ QString XmlProductModule::toLaTeXGlobalParamBank(int index)
 QString XmlProductModule::toLaTeXAxisParam()
 {
     QString text;
-    text.reserve(64 + m_axisParameters.size() * 12000);
+    text.reserve(KivReserve::chars(64, m_axisParameters.size(), 12000));
     for (int n = 0; n < m_axisParameters.size(); ++n) {
         const QString axis = QString::number(n); // the list position, not the block's own axis number
         text += QLatin1String("\\begin{longtable}{|l|>{\\raggedright}p{2.5cm}|p{6.0cm}|>{\\raggedright}p{2.5cm}|l|l|}\n"

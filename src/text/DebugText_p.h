@@ -2,6 +2,7 @@
 
 // The shapes of the models' debug texts: "{ ... }" blocks with indented fields, parameter leaves and
 // item containers.
+#include "base/ReserveHint_p.h"
 
 #include <QLatin1String>
 #include <QList>
@@ -43,7 +44,7 @@ QString leafText(
     QLatin1String prefix, long long type, const QString& name, const QStringList& descriptions, Value* value)
 {
     QString text;
-    text.reserve(64 + name.size() + descriptions.size() * 48);
+    text.reserve(KivReserve::chars(64 + name.size(), descriptions.size(), 48));
     text += prefix;
     text += QLatin1String("type: ");
     text += QString::number(type);

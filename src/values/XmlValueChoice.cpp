@@ -1,5 +1,6 @@
 #include "values/XmlValueChoice.h"
 
+#include "base/ReserveHint_p.h"
 #include "text/Ampersand_p.h"
 
 XmlValueChoiceElement::XmlValueChoiceElement(unsigned int value, QString descShort, QString descLong)
@@ -82,7 +83,7 @@ QString XmlValueChoice::toString(QString indent)
 {
     indent += QLatin1Char('\t');
     QString text;
-    text.reserve((indent.size() + 96) * (m_elements.size() + 3));
+    text.reserve(KivReserve::chars(0, m_elements.size() + 3, indent.size() + 96));
     text += indent;
     text += QLatin1String("XmlValueChoice(def: ") + QString::number(m_default) + QLatin1String(", unit: ") + m_unit
         + QLatin1String(", access: ") + m_accessString + QLatin1Char(')');

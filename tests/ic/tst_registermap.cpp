@@ -24,6 +24,8 @@ private slots:
     void withoutRegisterSet();
     void overview();
     void defaults();
+    void defaultsOfWideRegisters_data();
+    void defaultsOfWideRegisters();
 
 private:
     XmlValueRegisterField* addField(const QString& name, const QString& mask, const QString& desc, FakeValue* value);
@@ -181,6 +183,37 @@ void TestRegisterMap::defaults()
     for (const QString& line : expectedLines)
         QVERIFY2(lines.contains(line), qPrintable(line + QStringLiteral("\n--- not in ---") + text));
     QVERIFY(text.endsWith(QLatin1String("\n\\end{longtable}")));
+}
+
+void TestRegisterMap::defaultsOfWideRegisters_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("digits");
+    QTest::newRow("8 bits") << 8 << QStringLiteral("120D00");
+    QTest::newRow("63 bits") << 63 << QStringLiteral("0000000000120D00");
+    QTest::newRow("64 bits") << 64 << QStringLiteral("0000000000120D00");
+    // Values are 64 bits: a wider register is padded as 64 bits.
+    QTest::newRow("65 bits") << 65 << QStringLiteral("0000000000120D00");
+    QTest::newRow("2000000000 bits") << 2000000000 << QStringLiteral("0000000000120D00");
+    QTest::newRow("largest int") << std::numeric_limits<int>::max() << QStringLiteral("0000000000120D00");
+    QTest::newRow("negative") << -7 << QStringLiteral("120D00");
+    QTest::newRow("smallest int") << std::numeric_limits<int>::min() << QStringLiteral("120D00");
+}
+
+void TestRegisterMap::defaultsOfWideRegisters()
+{
+    QFETCH(int, size);
+    QFETCH(QString, digits);
+    XmlValueRegister* ctrl = m_ic->registerSet()->getRegisters()->first();
+    ctrl->setSize(64);
+    const QString at64 = m_ic->toLaTeXRegisterMapDefaults();
+    ctrl->setSize(size);
+    const QString text = m_ic->toLaTeXRegisterMapDefaults();
+    QVERIFY2(text.contains(QStringLiteral("{\\bf CTRL0} \\phantomsection \\label{REGISTER:CTRL0} & 0x\\hexnum{")
+                 + digits + QStringLiteral("} & & &  \\\\\n")),
+        qPrintable(text));
+    if (size >= 64)
+        QCOMPARE(text, at64);
 }
 
 QTEST_GUILESS_MAIN(TestRegisterMap)

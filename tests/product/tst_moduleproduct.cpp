@@ -107,6 +107,7 @@ private slots:
     void truncatedModuleGivesNull_data();
     void truncatedModuleGivesNull();
     void htmlPage();
+    void htmlDriveSettings();
     void exampleFile();
 };
 
@@ -322,6 +323,17 @@ void TestModuleProduct::htmlPage()
         "<td>g</td><td>4</td><td></td><td>-3</td>"};
     for (const QString& piece : expectedPieces)
         QVERIFY2(html.contains(piece), qPrintable(piece));
+}
+
+// Settings are named after the first axis-0 parameter of their type: blocks of other axes are passed over,
+// axis 256 counts as axis 0 and setting type 300 as 44 (both compared as 8 bits), an unknown type stays
+// unnamed. The page is compared whole with the reviewed one.
+void TestModuleProduct::htmlDriveSettings()
+{
+    auto module = parseModule(TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/product/drive-settings.xml")));
+    QVERIFY(module);
+    KIV_COMPARE_TEXT(module->toHtml(),
+        QString::fromUtf8(TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/product/drive-settings.html"))));
 }
 
 void TestModuleProduct::exampleFile()

@@ -36,8 +36,19 @@ void TestParserFrame::replaceUnicode_data()
     QTest::newRow("fifth digit stays") << QStringLiteral("\\u00412") << QStringLiteral("A2");
     // A backslash made by a replacement never starts a later match at its own position.
     QTest::newRow("made backslash") << QStringLiteral("\\u005cu0041") << QStringLiteral("\\u0041");
-    QTest::newRow("surrogate pair")
-        << QStringLiteral("\\ud83d\\ude00") << QString(QChar(0xd83d)) + QChar(0xde00);
+    QTest::newRow("made backslash before an escape") << QStringLiteral("\\u005c\\u0041") << QStringLiteral("\\A");
+    QTest::newRow("made backslash twice") << QStringLiteral("\\u005c\\u005cu0041") << QStringLiteral("\\\\u0041");
+    // Made characters never join with later text to form an escape.
+    QTest::newRow("made escape text") << QStringLiteral("\\u005c\\u0075\\u0030041") << QStringLiteral("\\u0041");
+    QTest::newRow("doubled backslash") << QStringLiteral("\\\\u0041") << QStringLiteral("\\A");
+    QTest::newRow("tripled backslash") << QStringLiteral("\\\\\\u0041") << QStringLiteral("\\\\A");
+    QTest::newRow("escaped u after backslash") << QStringLiteral("\\\\u0075") << QStringLiteral("\\u");
+    QTest::newRow("cut at the end") << QStringLiteral("ab\\u004") << QStringLiteral("ab\\u004");
+    QTest::newRow("lone backslash at the end") << QStringLiteral("x\\") << QStringLiteral("x\\");
+    QTest::newRow("nul") << QStringLiteral("a\\u0000b") << QString(QLatin1Char('a')) + QChar(0) + QLatin1Char('b');
+    QTest::newRow("mixed") << QStringLiteral("\\uABCD\\u00x1\\u0041")
+                           << QString(QChar(0xabcd)) + QStringLiteral("\\u00x1A");
+    QTest::newRow("surrogate pair") << QStringLiteral("\\ud83d\\ude00") << QString(QChar(0xd83d)) + QChar(0xde00);
 }
 
 void TestParserFrame::replaceUnicode()
@@ -59,8 +70,8 @@ void TestParserFrame::unknownRootGivesNull_data()
 {
     QTest::addColumn<QByteArray>("xml");
     QTest::addColumn<QStringList>("roots");
-    QTest::newRow("other case") << QByteArray("<Product_Module/>") << QStringList{"Product_Module"};
-    QTest::newRow("nested unknowns") << QByteArray("<a><b/></a>") << QStringList{"a", "b"};
+    QTest::newRow("other case") << QByteArray("<Product_Module/>") << QStringList {"Product_Module"};
+    QTest::newRow("nested unknowns") << QByteArray("<a><b/></a>") << QStringList {"a", "b"};
 }
 
 void TestParserFrame::unknownRootGivesNull()

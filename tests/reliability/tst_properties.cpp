@@ -86,6 +86,8 @@ private slots:
     void mutationsNeverCrash();
     void nullEntriesAreSkipped_data();
     void nullEntriesAreSkipped();
+    void hostileCountsStayBounded_data();
+    void hostileCountsStayBounded();
 };
 
 void TestProperties::everyPrefixIsNullOrComplete_data()
@@ -290,6 +292,50 @@ void TestProperties::nullEntriesAreSkipped()
         expectedText.replace(QLatin1String("pdoMapped: false)\n"), QLatin1String("pdoMapped: false)\n\tentry[1]: \n"));
         KIV_COMPARE_TEXT(actualText, expectedText);
     }
+}
+
+/// Small files whose counts and sizes once sized buffers (70,000 empty axis blocks aborted with bad_alloc),
+/// padded one number to the width a register claims, or took quadratic time: every renderer must finish
+/// with output in proportion to the file.
+void TestProperties::hostileCountsStayBounded_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    QTest::addColumn<int>("maxCharsPerByte");
+    const QByteArray module = "<product_module><name>H</name>";
+    const QByteArray ic = "<product_ic name=\"H\"><register_set for=\"H\" name=\"r\">";
+    const QByteArray icEnd = "</register_set></product_ic>";
+    const QByteArray wideRegister = "<value_register address=\"0x10\" name=\"W\" size=\"%1\" group=\"0\">"
+                                    "<register_variant name=\"V\"><value_register_field name=\"f\" mask=\"FF\">"
+                                    "<value_unsigned default=\"5\"/></value_register_field></register_variant>"
+                                    "</value_register>";
+    QTest::newRow("empty axis blocks") << module + QByteArray("<axis_parameters/>").repeated(70000)
+            + "</product_module>" << 64;
+    QTest::newRow("empty registers") << ic + QByteArray("<value_register/>").repeated(50000) + icEnd << 64;
+    QTest::newRow("register of 2000000000 bits")
+        << ic + QByteArray(wideRegister).replace("%1", "2000000000") + icEnd << 64;
+    QTest::newRow("register of 2147483647 bits")
+        << ic + QByteArray(wideRegister).replace("%1", "2147483647") + icEnd << 64;
+    QTest::newRow("one long run of escapes")
+        << "<product_ic name=\"H\"><desc>" + QByteArray("\\u0041").repeated(100000) + "</desc></product_ic>" << 1;
+    QByteArray settings = module + "<axis_parameters axis=\"0\">";
+    for (int i = 0; i < 5000; ++i)
+        settings += "<axis_parameter type=\"" + QByteArray::number(i % 256) + "\" name=\"p\"/>";
+    settings += "</axis_parameters><drive_configuration id=\"1\" name=\"c\"><drive_ap_settings name=\"g\">"
+        + QByteArray("<drive_ap_setting type=\"300\" value=\"1\"/>").repeated(5000)
+        + "</drive_ap_settings></drive_configuration></product_module>";
+    QTest::newRow("drive settings") << settings << 32;
+}
+
+void TestProperties::hostileCountsStayBounded()
+{
+    QFETCH(QByteArray, xml);
+    QFETCH(int, maxCharsPerByte);
+    LogCapture log;
+    ParsedBytes parsed;
+    parseBytes(xml, false, &parsed);
+    QVERIFY(parsed.product);
+    const qint64 chars = RenderAll::product(parsed.product);
+    QVERIFY2(chars <= qint64(maxCharsPerByte) * xml.size(), qPrintable(QString::number(chars)));
 }
 
 QTEST_GUILESS_MAIN(TestProperties)

@@ -6,6 +6,8 @@
 #include "esi/XmlEtherCATInfo.h"
 #include "ic/XmlPinMap.h"
 #include "ic/XmlProductIC.h"
+#include "ic/XmlRegisterSet.h"
+#include "ic/XmlValueRegister.h"
 #include "product/KIVXmlParser.h"
 #include "product/XmlProductModule.h"
 
@@ -14,6 +16,7 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <cstdio>
 #include <iterator>
 
 namespace {
@@ -182,6 +185,29 @@ std::unique_ptr<QFile> openInput(const QString& path, LoadError* error)
     return copy;
 }
 
+/// Register values are 64 bits: a file that claims a wider register is shown narrower than it says,
+/// so say so once (the first such register; control characters of its name are not sent to the terminal).
+void warnOfWideRegister(const QString& path, XmlProductIC* ic)
+{
+    if (!ic->registerSet())
+        return;
+    for (const XmlValueRegister* reg : qAsConst(*ic->registerSet()->getRegisters())) {
+        if (reg && reg->getSize() > 64) {
+            QString name = reg->name();
+            for (QChar& c : name) {
+                if (c.category() == QChar::Other_Control)
+                    c = QLatin1Char('?');
+            }
+            std::fprintf(stderr, "%s\n",
+                QStringLiteral("kivtool: %1: register %2 is %3 bits wide; values are shown as 64 bits")
+                    .arg(path, name, QString::number(reg->getSize()))
+                    .toLocal8Bit()
+                    .constData());
+            return;
+        }
+    }
+}
+
 } // namespace
 
 InputFile::~InputFile() = default;
@@ -219,6 +245,8 @@ std::unique_ptr<InputFile> InputFile::load(const QString& path, LoadError* error
     }
     if (audit && file->seek(0))
         *audit = NumberAudit::findings(file.get(), name, input->m_kind == FileKind::ESI);
+    if (XmlProductIC* parsed = input->ic())
+        warnOfWideRegister(path, parsed);
     return input;
 }
 

@@ -1,6 +1,7 @@
 #include "LatexOutput.h"
 
 #include "InputFile.h"
+#include "LatexRepair.h"
 #include "ModelMask.h"
 #include "TextMask.h"
 
@@ -14,7 +15,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace {
@@ -174,60 +174,6 @@ LatexFragment icFragment(XmlProductIC* ic, const QString& name, const QString& a
     return fragmentError(QStringLiteral("kivtool: an IC has no fragment \"%1\"").arg(name));
 }
 
-/// The axis-parameter generator closes only its last long table (the hand-written manual closes the
-/// others); a standalone document needs each one closed before the next opens.
-QString closeEveryLongtable(const QString& text)
-{
-    static const QLatin1String begin("\\begin{longtable}");
-    static const QLatin1String end("\\end{longtable}");
-    QString closed;
-    closed.reserve(text.size() + 256);
-    bool open = false;
-    int from = 0;
-    while (true) {
-        const int nextBegin = text.indexOf(begin, from);
-        const int nextEnd = text.indexOf(end, from);
-        if (nextBegin < 0 && nextEnd < 0)
-            break;
-        if (nextBegin >= 0 && (nextEnd < 0 || nextBegin < nextEnd)) {
-            closed += text.midRef(from, nextBegin - from);
-            if (open)
-                closed += QLatin1String("\n\\end{longtable}\n");
-            closed += begin;
-            open = true;
-            from = nextBegin + begin.size();
-        } else {
-            closed += text.midRef(from, nextEnd + end.size() - from);
-            open = false;
-            from = nextEnd + end.size();
-        }
-    }
-    closed += text.midRef(from);
-    return closed;
-}
-
-/// Description lines are joined by a bare "\\newline", which runs into a following word as one unknown
-/// command; a standalone document separates them.
-QString separateNewlines(QString text)
-{
-    static const QRegularExpression gluedNewline(QStringLiteral("\\\\newline(?=[A-Za-z])"));
-    return text.replace(gluedNewline, QStringLiteral("\\newline{}"));
-}
-
-/// The preamble names each global bank's feature macro with its number inside the name, which the
-/// manual's own macro package reads by name; plain LaTeX needs such a name built with \\csname.
-QString bankMacrosByName(QString header)
-{
-    static const QRegularExpression bankMacro(QStringLiteral("\\\\providecommand\\{\\\\(SupportGPBank\\d+)\\}\\{\\}"));
-    return header.replace(bankMacro, QStringLiteral("\\expandafter\\providecommand\\csname \\1\\endcsname{}"));
-}
-
-/// The repairs a generated body needs to typeset on its own.
-QString standaloneBody(const QString& body)
-{
-    return separateNewlines(closeEveryLongtable(body));
-}
-
 QString readTemplate(const QString& resource)
 {
     QFile file(resource);
@@ -331,8 +277,8 @@ QString latexManual(const InputFile& input)
     if (XmlProductModule* module = input.module()) {
         maskModule(module, mask);
         document = readTemplate(QStringLiteral(":/templates/module-manual.tex"));
-        document.replace(QLatin1String("%%HEADER%%"), bankMacrosByName(module->toLaTeXHeader()));
-        document.replace(QLatin1String("%%BODY%%"), standaloneBody(moduleBody(module)));
+        document.replace(QLatin1String("%%HEADER%%"), LatexRepair::bankMacrosByName(module->toLaTeXHeader()));
+        document.replace(QLatin1String("%%BODY%%"), LatexRepair::standaloneBody(moduleBody(module)));
     } else if (XmlProductIC* ic = input.ic()) {
         maskIC(ic, mask);
         document = readTemplate(QStringLiteral(":/templates/ic-manual.tex"));
@@ -341,7 +287,7 @@ QString latexManual(const InputFile& input)
         document.replace(QLatin1String("%%VERSION%%"), ic->version());
         document.replace(QLatin1String("%%DATE%%"), ic->date());
         document.replace(QLatin1String("%%DESCRIPTION%%"), ic->mainDescription()->join(QLatin1String("\n\n")));
-        document.replace(QLatin1String("%%BODY%%"), standaloneBody(icBody(ic)));
+        document.replace(QLatin1String("%%BODY%%"), LatexRepair::standaloneBody(icBody(ic)));
     }
     return mask.unmask(document, TextMask::Target::Latex);
 }
