@@ -41,7 +41,10 @@ def start_browser(profile):
     driver_path = next((p for p in ("/usr/bin/chromedriver", "/usr/lib/chromium/chromedriver") if Path(p).exists()), None)
     try:
         service = Service(driver_path) if driver_path else Service()
-        return webdriver.Chrome(service=service, options=options)
+        browser = webdriver.Chrome(service=service, options=options)
+        browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
+                                {"width": 1280, "height": 800, "deviceScaleFactor": 1, "mobile": False})
+        return browser
     except Exception as error:  # no browser or driver on this machine
         print(f"SKIP: cannot start headless Chromium: {error}".splitlines()[0])
         sys.exit(SKIP)
@@ -111,7 +114,6 @@ def check_ic(browser, tool, ic_file, page, out_dir, failures):
     model = json.loads(kivtool(tool, "json", str(ic_file)))
     registers = model["registerSet"]["registers"]
     open_page(browser, page, failures)
-    browser.save_screenshot(str(out_dir / "page-ic.png"))
 
     cases = decode_cases(tool, ic_file, registers)
     actual = browser.execute_script(
@@ -173,6 +175,7 @@ def check_ic(browser, tool, ic_file, page, out_dir, failures):
         document.querySelectorAll('#register-view table.bits').length]""")
     failures.check(shown == [target["name"], len(target["variants"]), len(target["variants"])],
                    f"the fragment #{target['name']} shows {shown}")
+    browser.save_screenshot(str(out_dir / "page-ic.png"))
 
     # Editing a field in the decoder writes the register value.
     plain = next(r for r in registers if len(r["variants"]) == 1

@@ -271,7 +271,7 @@ function icPage() {
       card.append(when);
     }
     for (const d of variant.descriptions || []) card.append(el('p', '', ampersands(d)));
-    card.append(bitDiagram(reg, variant), fieldTable(variant));
+    card.append(bitDiagram(reg, variant), el('div', 'scroll', fieldTable(variant)));
     return card;
   }
 
