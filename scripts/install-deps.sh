@@ -4,7 +4,7 @@
 set -euo pipefail
 
 build_pkgs=(build-essential cmake qtbase5-dev qtbase5-dev-tools)
-test_pkgs=(clang man-db poppler-utils python3-jsonschema texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
+test_pkgs=(chromium chromium-driver clang man-db poppler-utils python3-jsonschema python3-selenium texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
 fuzz_pkgs=(clang libclang-rt-dev)
 bench_pkgs=(libbenchmark-dev python3)
 

@@ -1,5 +1,6 @@
 #include "TestXml.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
@@ -15,6 +16,7 @@ class TestHostile : public QObject
 private slots:
     void hostileFiles_data();
     void hostileFiles();
+    void referencePageAllowsItsOwnScript();
 };
 
 namespace {
@@ -98,6 +100,10 @@ QList<Row> rows()
           "<value_signed unit=\"&lt;u&gt;\"/></value_register_field></register_variant></value_register>"
           "</register_set></product_ic>";
     const QString policy = QStringLiteral("<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none';");
+    const QString scriptPolicy
+        = QStringLiteral("<meta http-equiv=\"Content-Security-Policy\" content=\"default-src "
+                         "'none'; style-src 'unsafe-inline'; script-src 'sha256-[A-Za-z0-9+/]{43}='; "
+                         "img-src data:; base-uri 'none'; form-action 'none'\">");
     // Typeset, each must show as written; run as commands they read a file, run a shell, loop for ever or
     // break the document. A character no font has shows as "?".
     const QByteArray specials
@@ -171,7 +177,7 @@ QList<Row> rows()
             "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<product_ic name=\"A\">\n<desc>caf\xE9</desc>\n"
             "</product_ic>\n",
             {"dump", "--verbose", "FILE"}, 0, "stdout", {QStringLiteral("\nDescription\\[0\\]: caf\u00E9\n")}, {}},
-        {"IC texts holding markup", icMarkup, {"html", "FILE", "-o", "OUT/page.html"}, 0, "page.html",
+        {"IC texts holding markup", icMarkup, {"html", "FILE", "--plain", "-o", "OUT/page.html"}, 0, "page.html",
             {"<title>&lt;script&gt;alert\\(1\\)&lt;/script&gt;</title>",
                 "<h3>&lt;script&gt;alert\\(1\\)&lt;/script&gt;</h3>",
                 "Version: &lt;img src=x onerror=alert\\(2\\)&gt;\n",
@@ -183,10 +189,20 @@ QList<Row> rows()
             "<product_module><name>&lt;script&gt;alert(1)&lt;/script&gt;</name><axis_parameters axis=\"0\">"
             "<axis_parameter type=\"1\" name=\"&lt;img src=x onerror=alert(2)&gt;\"><desc>&lt;iframe&gt; a\\x26b</desc>"
             "</axis_parameter></axis_parameters></product_module>",
-            {"html", "FILE", "-o", "OUT/page.html"}, 0, "page.html",
+            {"html", "FILE", "--plain", "-o", "OUT/page.html"}, 0, "page.html",
             {"<title>&lt;script&gt;alert\\(1\\)&lt;/script&gt;</title>",
                 "<td>&lt;img src=x onerror=alert\\(2\\)&gt;</td>", "<td>&lt;iframe&gt; a&amp;b</td>", policy},
             {"<(script|img|iframe)[ >]"}},
+        // The reference page carries the texts as JSON, where "<" is \u003c: no text closes its element.
+        {"IC texts holding markup, reference page", icMarkup, {"html", "FILE", "-o", "OUT/page.html"}, 0, "page.html",
+            {"<title>&lt;script&gt;alert\\(1\\)&lt;/script&gt;</title>", scriptPolicy,
+                "\"name\":\"\\\\u003cscript>alert\\(1\\)\\\\u003c/script>\"",
+                "\"version\":\"\\\\u003cimg src=x onerror=alert\\(2\\)>\"", "\"name\":\"\\\\u003cb>R\\\\u003c/b>\"",
+                "\"descShort\":\"\\\\u003cem>C \\\\\\\\x26 D\""},
+            {"<(img|iframe|b|em|u)[ >]", "<script>alert", "</script>[\\s\\S]*</script>[\\s\\S]*</script>"}},
+        {"ESI file, reference page", esiHead + "&lt;/script&gt;" + esiTail, {"html", "FILE", "-o", "OUT/page.html"}, 0,
+            "page.html", {scriptPolicy, "<body data-kind=\"esi\">", "\"ProductCode\":4660"},
+            {"</script>[\\s\\S]*</script>[\\s\\S]*</script>"}},
         {"register description reading a file into the manual",
             "<product_ic name=\"H\"><register_set><value_register address=\"1\" name=\"R\"><register_variant "
             "name=\"DEFAULT\"><value_register_field name=\"f\" shift=\"0\" mask=\"1\" "
@@ -266,6 +282,35 @@ void TestHostile::hostileFiles()
     for (const QString& pattern : hostile.mustNotMatch)
         QVERIFY2(!QRegularExpression(pattern).match(checked).hasMatch(),
             qPrintable(pattern + QLatin1String(" in:\n") + checked.left(2000)));
+}
+
+/// The policy's hash is the SHA-256 of the exact script text, the only script the page runs; the model
+/// element holds no "<" at all.
+void TestHostile::referencePageAllowsItsOwnScript()
+{
+    QTemporaryDir dir;
+    const QString input = dir.filePath(QStringLiteral("input.xml"));
+    QFile file(input);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<product_ic name=\"&lt;/script&gt;\"><desc>&lt;!--</desc></product_ic>");
+    file.close();
+    const QString out = dir.filePath(QStringLiteral("page.html"));
+    std::unique_ptr<QProcess> process(start({QStringLiteral("html"), input, QStringLiteral("-o"), out}, false));
+    QVERIFY(process->waitForFinished(60000));
+    QCOMPARE(process->exitCode(), 0);
+    const QByteArray page = TestXml::readFile(out);
+    const int model = page.indexOf("<script type=\"application/json\" id=\"model\">");
+    const int modelEnd = page.indexOf("</script>", model);
+    const int script = page.indexOf("<script>", modelEnd);
+    const int scriptEnd = page.lastIndexOf("</script>");
+    QVERIFY(model > 0 && modelEnd > model && script > modelEnd && scriptEnd > script);
+    const QByteArray json = page.mid(model + 44, modelEnd - model - 44);
+    QVERIFY2(!json.contains('<'), json.constData());
+    QVERIFY(json.contains("\"name\":\"\\u003c/script>\""));
+    const QByteArray hash
+        = QCryptographicHash::hash(page.mid(script + 8, scriptEnd - script - 8), QCryptographicHash::Sha256).toBase64();
+    QVERIFY(page.contains("script-src 'sha256-" + hash + "'"));
+    QCOMPARE(page.count("<script"), 2);
 }
 
 QTEST_GUILESS_MAIN(TestHostile)

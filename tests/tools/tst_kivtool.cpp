@@ -175,8 +175,8 @@ void TestKivtool::errors_data()
     QTest::newRow("output folder missing")
         << QByteArray("<product_ic/>") << QStringList {"info", "FILE", "-o", "/nonexistent/folder/out.txt"} << 2
         << "^kivtool: cannot write /nonexistent/folder/out.txt: ";
-    QTest::newRow("html of ESI") << QByteArray("<EtherCATInfo/>") << QStringList {"html", "FILE"} << 1
-                                 << "an ESI file has no HTML page";
+    QTest::newRow("plain html of ESI") << QByteArray("<EtherCATInfo/>") << QStringList {"html", "FILE", "--plain"} << 1
+                                       << "an ESI file has no HTML page";
 
     const QByteArray ic = TestXml::readFile(kIC);
     QTest::newRow("decode without a pair")
@@ -420,7 +420,7 @@ void TestKivtool::htmlIsACompleteDocument()
     QFETCH(QString, file);
     QFETCH(QString, title);
     const QString out = m_dir.filePath(QString::fromLatin1(QTest::currentDataTag()).replace(' ', '-') + ".html");
-    const Run run = kivtool({QStringLiteral("html"), file, QStringLiteral("-o"), out});
+    const Run run = kivtool({QStringLiteral("html"), file, QStringLiteral("--plain"), QStringLiteral("-o"), out});
     QCOMPARE(run.exitCode, 0);
     QVERIFY(run.out.isEmpty());
     const QString html = utf8(TestXml::readFile(out));
@@ -545,7 +545,7 @@ void TestKivtool::help_data()
                           << "dump FILE [-o <path>]"
                           << "kivtool dump examples/";
     QTest::newRow("html") << "html"
-                          << "html FILE [-o <path>]"
+                          << "html FILE [--plain] [-o <path>]"
                           << "kivtool html examples/";
     QTest::newRow("latex") << "latex"
                            << "latex FILE --fragment <name> [ARG] [-o <path>]"
@@ -559,9 +559,10 @@ void TestKivtool::help_data()
     QTest::newRow("decode") << "decode"
                             << "decode FILE REG=VALUE... [--json] [--candidates]"
                             << "BRG_SELECT=0x21 BRG_DECAY=";
-    QTest::newRow("encode") << "encode"
-                            << "encode FILE REG FIELD=VALUE... [--base <value>] [--context REG=VALUE]... [--force] [--json] [--all-bases]"
-                            << "--context BRG_SELECT=2";
+    QTest::newRow("encode")
+        << "encode"
+        << "encode FILE REG FIELD=VALUE... [--base <value>] [--context REG=VALUE]... [--force] [--json] [--all-bases]"
+        << "--context BRG_SELECT=2";
 }
 
 /// "kivtool help X" and "kivtool X --help" give the same text: usage, options with agreeing placeholders,

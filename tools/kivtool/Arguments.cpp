@@ -26,6 +26,7 @@ const Option kOptions[] = {
     {"all-bases", "all-bases", 0, nullptr, "Also print the value in decimal and binary."},
     {"prefix", "prefix", 0, "name", "Begin every identifier with <name> (default: the product's name)."},
     {"selftest", "selftest", 0, "path", "Also write a C self-test of the header's fields to <path>."},
+    {"plain", "plain", 0, nullptr, "Write the library's static page (no script) instead of the reference page."},
 };
 
 const Option kCommonOptions[] = {
@@ -106,10 +107,13 @@ const QList<Command>& commands()
         {"dump", "dump FILE [-o <path>]", "the model's debug text",
             "Writes the debug text of the parsed model: every element the parser kept, indented by level.",
             "kivtool dump examples/module/kiv-module-example.xml | less", {QStringLiteral("output")}},
-        {"html", "html FILE [-o <path>]", "the product's HTML page",
-            "Writes the product's HTML page as a complete UTF-8 document. Texts from the file show as written\n"
-            "(control characters as escapes such as \\x1B); the page loads nothing and runs no script.",
-            "kivtool html examples/ic/kiv-ic-example.xml -o kiv-ic.html", {QStringLiteral("output")}},
+        {"html", "html FILE [--plain] [-o <path>]", "the product's reference page",
+            "Writes an interactive reference page of a module, IC or ESI file: one self-contained UTF-8 document\n"
+            "with search, bit layouts and a register decoder. It loads nothing; its one script is allowed by\n"
+            "hash. With --plain, writes the library's static page of a module or IC instead (texts as written,\n"
+            "control characters as escapes such as \\x1B; no script).",
+            "kivtool html examples/ic/kiv-ic-example.xml -o kiv-ic.html",
+            {QStringLiteral("plain"), QStringLiteral("output")}},
         {"latex", "latex FILE --fragment <name> [ARG] [-o <path>]", "one LaTeX fragment of the manual",
             "Writes one LaTeX fragment as the library generates it for the hand-written manual.\n"
             "  module: header, axis, global BANK, ios KIND, canopen\n"

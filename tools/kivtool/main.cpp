@@ -8,6 +8,7 @@
 #include "JsonOutput.h"
 #include "LatexOutput.h"
 #include "Output.h"
+#include "ReferencePage.h"
 #include "RegisterCommands.h"
 #include "Summary.h"
 
@@ -113,6 +114,8 @@ int run(const Arguments& arguments)
     if (command == QLatin1String("dump"))
         return writeOutput(withNewline(input->debugText()), output);
     if (command == QLatin1String("html")) {
+        if (!arguments.isSet(QStringLiteral("plain")))
+            return writeOutput(referencePage(*input), output);
         const QString html = htmlDocument(*input);
         if (html.isEmpty())
             return fail(1,
