@@ -27,6 +27,9 @@ const Option kOptions[] = {
     {"prefix", "prefix", 0, "name", "Begin every identifier with <name> (default: the product's name)."},
     {"selftest", "selftest", 0, "path", "Also write a C self-test of the header's fields to <path>."},
     {"plain", "plain", 0, nullptr, "Write the library's static page (no script) instead of the reference page."},
+    {"sarif", "sarif", 0, nullptr, "Write SARIF 2.1.0 for code-review platforms instead of text."},
+    {"disable", "disable", 0, "ids", "Leave out the checks <ids> (comma-separated, e.g. KIV001,KIV003); repeatable."},
+    {"markdown", "markdown", 0, nullptr, "Write Markdown for release notes and reviews instead of text."},
 };
 
 const Option kCommonOptions[] = {
@@ -160,6 +163,22 @@ const QList<Command>& commands()
             "and the header is written. --selftest (IC, with -o) also writes a C program that checks every field.",
             "kivtool header examples/ic/kiv-ic-example.xml -o kiv5q7.h --selftest kiv5q7_test.c",
             {QStringLiteral("output"), QStringLiteral("prefix"), QStringLiteral("selftest")}},
+        {"check", "check FILE... [--json | --sarif] [--disable <ids>]", "mistakes in product and ESI files",
+            "Checks each file for mistakes the parser reads without complaint: overlapping fields, masks and\n"
+            "defaults that do not fit, duplicate registers and parameters, variants no selector can choose,\n"
+            "elements the parser skips. Each finding has a stable identifier (docs/checks.md), a severity and\n"
+            "the file, line and column of the element. Exit 0 without an error, 1 with one, 2 when a file\n"
+            "cannot be read.",
+            "kivtool check examples/ic/kiv-ic-example.xml --sarif > kivtool.sarif",
+            {QStringLiteral("json"), QStringLiteral("sarif"), QStringLiteral("disable")}, 1, -1, "a FILE"},
+        {"diff", "diff OLD NEW [--json | --markdown]", "what changed between two files of one kind",
+            "Compares two files of the same kind (module, IC or ESI) by identity: registers by address and\n"
+            "name, fields by name within their variant, parameters by block and number, CANopen objects by\n"
+            "index and sub-index, ESI devices by product code and revision. Lists what was added, removed and\n"
+            "changed, with the old and new value of each attribute. Exit 0 when equal, 1 when different, 2 on\n"
+            "error.",
+            "kivtool diff old/kiv-ic-example.xml examples/ic/kiv-ic-example.xml --markdown",
+            {QStringLiteral("json"), QStringLiteral("markdown")}, 2, 2, "OLD and NEW"},
     };
     return list;
 }

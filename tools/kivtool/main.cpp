@@ -11,6 +11,8 @@
 #include "ReferencePage.h"
 #include "RegisterCommands.h"
 #include "Summary.h"
+#include "check/CheckCommand.h"
+#include "diff/DiffCommand.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -98,6 +100,11 @@ int run(const Arguments& arguments)
     if (spec->maxOperands >= 0 && arguments.operands.size() > spec->maxOperands)
         return usageError(
             QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(spec->maxOperands)), command);
+
+    if (command == QLatin1String("check"))
+        return runCheck(arguments);
+    if (command == QLatin1String("diff"))
+        return runDiff(arguments);
 
     LoadError error;
     QStringList audit;
