@@ -44,8 +44,9 @@ bench:
 	@scripts/install-deps.sh build bench
 	$(CMAKE) -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DKIVCORE_BUILD_BENCH=ON -DKIVCORE_BUILD_TOOLS=OFF \
 		-DBUILD_TESTING=OFF
-	$(CMAKE) --build build-bench -j $(JOBS) --target kivbench
+	$(CMAKE) --build build-bench -j $(JOBS) --target kivbench kivcatalogbench
 	@python3 bench/report.py build-bench/bench/kivbench build-bench/data ../shared/esi-samples
+	@python3 bench/catalog.py build-bench/bench/kivcatalogbench build-bench/data
 
 # Only what the demo runs is built: the library and kivtool.
 demo:

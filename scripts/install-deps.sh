@@ -3,7 +3,7 @@
 # Usage: scripts/install-deps.sh [build|test|demo|fuzz|bench]...
 set -euo pipefail
 
-build_pkgs=(build-essential cmake qtbase5-dev qtbase5-dev-tools)
+build_pkgs=(build-essential cmake qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite)
 test_pkgs=(chromium chromium-driver clang man-db poppler-utils python3-jsonschema python3-selenium texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
 fuzz_pkgs=(clang libclang-rt-dev)
 bench_pkgs=(libbenchmark-dev python3)

@@ -2,6 +2,10 @@
 """Writes synthetic but valid product description (IC, module) and ESI files of a chosen size.
 
 Usage: kivgen.py {ic|module|esi} SIZE_MB OUT_FILE [SEED]
+       kivgen.py esi-folder TOTAL_MB OUT_DIR FILES
+
+esi-folder writes FILES ESI files of 1 to 9 MB (TOTAL_MB together) into OUT_DIR and two levels of
+subfolders, each with its own product codes and several revisions of each product: a vendor's package.
 
 The files follow the shape of the hand-written examples in examples/: an IC has registers in groups with
 several variants (linked by impacts and impacted-by), 4 to 8 fields each of mixed value kinds and alerts;
@@ -9,6 +13,7 @@ a module has axis parameters over several axes, global banks, inputs, outputs an
 file has devices with dictionaries of many objects and large PDO sections. Python standard library only.
 """
 
+import os
 import random
 import sys
 
@@ -147,7 +152,7 @@ def write_module(out, target, rng):
               "</product_module>\n")
 
 
-def write_esi(out, target, rng):
+def write_esi(out, target, rng, first_product=0x10000, revisions=1):
     out.write('<?xml version="1.0" encoding="UTF-8"?>\n<EtherCATInfo Version="1.6">\n  <Vendor>\n'
               "    <Id>#x00000A7C</Id>\n    <Name LcId=\"1033\">Kivgen Devices</Name>\n"
               "    <ImageData16x14>424D36030000</ImageData16x14>\n  </Vendor>\n  <Descriptions>\n"
@@ -155,7 +160,8 @@ def write_esi(out, target, rng):
               "      </Group>\n    </Groups>\n    <Devices>\n")
     device = 0
     while out.tell() < target:
-        out.write(f'      <Device Physics="YY">\n        <Type ProductCode="#x{0x10000 + device:08X}" RevisionNo="#x00010000">KG-{device}</Type>\n'
+        product, revision = first_product + device // revisions, 0x00010000 + (device % revisions) * 0x10000
+        out.write(f'      <Device Physics="YY">\n        <Type ProductCode="#x{product:08X}" RevisionNo="#x{revision:08X}">KG-{device}</Type>\n'
                   f'        <Name LcId="1031">KG-{device} Antrieb</Name>\n        <Name LcId="1033">KG-{device} drive</Name>\n'
                   "        <GroupType>KivGen</GroupType>\n        <Profile>\n          <ProfileNo>402</ProfileNo>\n"
                   "          <Dictionary>\n            <DataTypes>\n")
@@ -190,7 +196,22 @@ def write_esi(out, target, rng):
     out.write("    </Devices>\n  </Descriptions>\n</EtherCATInfo>\n")
 
 
+def write_esi_folder(total_mb, folder, files):
+    """The folder of a vendor's package; sizes spread evenly between 1 and 9 MB around the mean."""
+    rng = random.Random(2026)
+    mean = total_mb / files
+    for index in range(files):
+        size = mean * (0.2 + 1.6 * index / max(1, files - 1))
+        sub = os.path.join(folder, f"series-{index % 4}", f"part-{index % 7}")
+        os.makedirs(sub, exist_ok=True)
+        with open(os.path.join(sub, f"kivgen-{index:04d}.xml"), "w", encoding="utf-8") as out:
+            write_esi(out, int(size * 1024 * 1024), rng, first_product=0x100000 + index * 0x100, revisions=4)
+
+
 def main():
+    if len(sys.argv) == 5 and sys.argv[1] == "esi-folder":
+        write_esi_folder(float(sys.argv[2]), sys.argv[3], int(sys.argv[4]))
+        return
     if len(sys.argv) not in (4, 5) or sys.argv[1] not in ("ic", "module", "esi"):
         sys.exit(__doc__)
     kind, size_mb, path = sys.argv[1], float(sys.argv[2]), sys.argv[3]

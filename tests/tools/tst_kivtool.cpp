@@ -563,6 +563,9 @@ void TestKivtool::help_data()
         << "encode"
         << "encode FILE REG FIELD=VALUE... [--base <value>] [--context REG=VALUE]... [--force] [--json] [--all-bases]"
         << "--context BRG_SELECT=2";
+    QTest::newRow("esi") << "esi"
+                         << "esi index|find|list [DIR] [--db <file>] ..."
+                         << "kivtool esi index ";
 }
 
 /// "kivtool help X" and "kivtool X --help" give the same text: usage, options with agreeing placeholders,

@@ -30,6 +30,13 @@ const Option kOptions[] = {
     {"sarif", "sarif", 0, nullptr, "Write SARIF 2.1.0 for code-review platforms instead of text."},
     {"disable", "disable", 0, "ids", "Leave out the checks <ids> (comma-separated, e.g. KIV001,KIV003); repeatable."},
     {"markdown", "markdown", 0, nullptr, "Write Markdown for release notes and reviews instead of text."},
+    {"device", "device", 0, "n", "Only the ESI device at position <n> (from 0, as 'kivtool esi find' shows it)."},
+    {"db", "db", 0, "file", "The catalog database (default: esi-catalog.sqlite in the user's cache folder)."},
+    {"vendor", "vendor", 0, "id", "find, list: only devices of this vendor id (0x or #x hexadecimal, or decimal)."},
+    {"product", "product", 0, "code", "find: only this product code."},
+    {"revision", "revision", 0, "rev", "find: only this revision number."},
+    {"nearest", "nearest", 0, nullptr, "find: when the revision is missing, the nearest of the same product."},
+    {"name", "name", 0, "text", "find: a part of a device's name (any language) or type, in any case."},
 };
 
 const Option kCommonOptions[] = {
@@ -133,7 +140,8 @@ const QList<Command>& commands()
         {"json", "json FILE [-o <path>]", "the model as JSON",
             "Writes the parsed model as pretty-printed JSON: modules and ICs as docs/json.md describes, ESI files as "
             "docs/esi-json.md does.",
-            "kivtool json examples/ic/kiv-ic-example.xml | jq '.registerSet.registers[0]'", {QStringLiteral("output")}},
+            "kivtool json examples/ic/kiv-ic-example.xml | jq '.registerSet.registers[0]'",
+            {QStringLiteral("output"), QStringLiteral("device")}},
         {"decode", "decode FILE REG=VALUE... [--json] [--candidates]", "what register values of an IC mean",
             "Decodes each register value given: every field of the register's variant with its raw value and\n"
             "meaning, the bits no field covers, and warnings (values out of range, alerts). REG is a register\n"
@@ -179,6 +187,19 @@ const QList<Command>& commands()
             "error.",
             "kivtool diff old/kiv-ic-example.xml examples/ic/kiv-ic-example.xml --markdown",
             {QStringLiteral("json"), QStringLiteral("markdown")}, 2, 2, "OLD and NEW"},
+        {"esi", "esi index|find|list [DIR] [--db <file>] ...", "a catalog of the devices in a folder of ESI files",
+            "Keeps a catalog of the devices in a folder of ESI files and finds them by identity.\n"
+            "  index DIR   reads every *.xml under DIR (again only those whose size or time changed; vanished\n"
+            "              ones are dropped); failing files are listed with their reason (exit 1)\n"
+            "  find        devices by --vendor, --product, --revision (with --nearest: the highest revision\n"
+            "              below, else the lowest above, of the same vendor and product) and --name TEXT\n"
+            "  list        every device, or one vendor's with --vendor\n"
+            "find and list print each device's file and position for 'kivtool json FILE --device N'.",
+            "kivtool esi index ~/esi && kivtool esi find --vendor 0x2 --product 0x0C8E3052 --revision 0x00120000 "
+            "--nearest",
+            {QStringLiteral("db"), QStringLiteral("vendor"), QStringLiteral("product"), QStringLiteral("revision"),
+                QStringLiteral("nearest"), QStringLiteral("name"), QStringLiteral("json")},
+            1, 2, "a subcommand: index, find or list"},
     };
     return list;
 }

@@ -2,6 +2,7 @@
 // LaTeX fragments or manual, or JSON export.
 
 #include "Arguments.h"
+#include "EsiCommands.h"
 #include "HeaderCommand.h"
 #include "HtmlOutput.h"
 #include "InputFile.h"
@@ -100,6 +101,8 @@ int run(const Arguments& arguments)
     if (spec->maxOperands >= 0 && arguments.operands.size() > spec->maxOperands)
         return usageError(
             QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(spec->maxOperands)), command);
+    if (command == QLatin1String("esi"))
+        return runEsi(arguments);
 
     if (command == QLatin1String("check"))
         return runCheck(arguments);
@@ -138,6 +141,8 @@ int run(const Arguments& arguments)
         return runRegisterCommand(*input, arguments);
     if (command == QLatin1String("header"))
         return runHeader(*input, arguments);
+    if (arguments.isSet(QStringLiteral("device")))
+        return runJsonDevice(*input, arguments);
     return runJson(*input, output);
 }
 
