@@ -13,8 +13,9 @@ class XmlGroup;
 class XmlPins;
 class XmlRegisterSet;
 
-/// A motor-driver IC parsed from a "product_ic" file: header texts, descriptions, register set, pins and
-/// database (all three owned), plus a run-time record of register writes made by tools.
+/// A motor-driver IC parsed from a "product_ic" file, owning and deleting its register set, pins and
+/// database; the caller of KIVXmlParser::parseProduct releases it with KIVXmlParser::deleteProduct. Beside
+/// those: header texts, descriptions and a run-time record of register writes made by tools.
 class KIVCORE_EXPORT XmlProductIC : public XmlProductInterface
 {
     Q_OBJECT

@@ -19,12 +19,12 @@ class XmlGlobalParameters;
 class XmlIrqs;
 class XmlPinMap;
 
-/// A module product parsed from a "product_module" file: identification texts, axis-parameter blocks,
-/// global-parameter banks, inputs, outputs, interrupts, coordinates, CANopen objects, drive
-/// configurations, a pin map and a database, with lookups and the firmware manual's LaTeX fragments.
+/// A module product parsed from a "product_module" file, owning and deleting everything it holds except
+/// its pin map; whoever keeps a parsed module releases it with KIVXmlParser::deleteProduct, which frees both.
 ///
-/// Owns everything it holds except the pin map: the pin map is deliberately not deleted by the module;
-/// whoever keeps a parsed module releases it with KIVXmlParser::deleteProduct, which frees both.
+/// It holds identification texts, axis-parameter blocks, global-parameter banks, inputs, outputs,
+/// interrupts, coordinates, CANopen objects, drive configurations, a pin map and a database, with lookups
+/// and the firmware manual's LaTeX fragments. The pin map is deliberately not deleted by the module itself.
 class KIVCORE_EXPORT XmlProductModule : public XmlProductInterface
 {
     Q_OBJECT
