@@ -38,14 +38,17 @@ public:
     /// Empty text is ignored; "\x26" becomes "&".
     void appendMainDescription(QString text);
 
-    // The three setters store the pointer and take ownership, but deliberately do not delete an object
-    // they replace: a caller swapping parts keeps the old one.
+    /// @name The IC's parts
+    /// The three setters store the pointer and take ownership, but deliberately do not delete an object
+    /// they replace: a caller swapping parts keeps the old one.
+    ///@{
     XmlDatabase* database() { return m_database; }
     void setDatabase(XmlDatabase* database) { m_database = database; }
     XmlRegisterSet* registerSet() { return m_registerSet; }
     void setRegisterSet(XmlRegisterSet* registerSet) { m_registerSet = registerSet; }
     XmlPins* pins() { return m_pins; }
     void setPins(XmlPins* pins) { m_pins = pins; }
+    ///@}
 
     /// Records a write: the last value per address, and the address moved to the end of the write order.
     /// The address is 8 bits wide, as the register set's map key is.
