@@ -49,7 +49,9 @@ for package in libkivcore0 libkivcore-dev kivtool; do
     contains "$package" "usr/share/doc/$package/changelog.Debian.gz$"
 done
 if grep -q -- '_p\.h$' <<<"${contents[libkivcore-dev]}"; then fail "libkivcore-dev ships private headers"; else pass; fi
-if grep -Eq 'RPATH|RUNPATH' <<<"$(readelf -d "$root/usr/bin/kivtool")"; then fail "kivtool has a run path"; else pass; fi
+for binary in "$root/usr/bin/kivtool" "$libdir/libkivcore.so.${version}"; do
+    if grep -Eq 'RPATH|RUNPATH' <<<"$(readelf -d "$binary")"; then fail "${binary#"$root"} has a run path"; else pass; fi
+done
 
 # The program runs with the unpacked library.
 expected="kivtool ${version} (kivcore ${version})"
