@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # Installs what building, testing and the demo need on Debian 12, and nothing that is already there.
-# Usage: scripts/install-deps.sh [build|test|demo|fuzz|bench]...
+# Usage: scripts/install-deps.sh [build|test|demo|fuzz|bench|package|docs]...
 set -euo pipefail
 
 build_pkgs=(build-essential cmake qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite)
-test_pkgs=(chromium chromium-driver clang man-db poppler-utils python3-jsonschema python3-selenium texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
+test_pkgs=(chromium chromium-driver clang man-db pkg-config poppler-utils python3-jsonschema python3-selenium texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
 fuzz_pkgs=(clang libclang-rt-dev)
 bench_pkgs=(libbenchmark-dev python3)
+package_pkgs=(dpkg-dev file lintian pkg-config)
+docs_pkgs=(doxygen python3)
 
 wanted=("${build_pkgs[@]}")
 for what in "$@"; do
@@ -15,6 +17,8 @@ for what in "$@"; do
         test|demo) wanted+=("${test_pkgs[@]}") ;;
         fuzz) wanted+=("${fuzz_pkgs[@]}") ;;
         bench) wanted+=("${bench_pkgs[@]}") ;;
+        package) wanted+=("${package_pkgs[@]}") ;;
+        docs) wanted+=("${docs_pkgs[@]}") ;;
         *) echo "install-deps: unknown set '$what'" >&2; exit 2 ;;
     esac
 done

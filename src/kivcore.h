@@ -84,6 +84,7 @@
 #include "base/FileRotationLogSink.h"
 #include "base/Global.h"
 #include "base/GraphicsOpacityEffect.h"
+#include "base/KivCoreVersion.h"
 #include "base/LineEditStyle.h"
 #include "base/SpacerWidget.h"
 #include "base/SysInfo.h"

@@ -48,14 +48,20 @@ public:
 
     /// Groups the characters of s in threes from the right with U+2006, in place; a leading minus counts.
     static void insertDot(QString& s);
+    /// The decimal text grouped by insertDot().
     static QString int64InsertDot(qint64 v);
     static QString uint64InsertDot(quint64 v);
+    /// From 10 upwards: rounded and grouped when `precision` is 0 to 2, that many significant digits when it is
+    /// negative; otherwise `precision` decimals. "inf" and "nan" as such.
     static QString intInsertDot(double v, int precision);
+    /// `precision` decimals when the range spans less than 20, otherwise rounded and grouped.
     static QString intInsertDot(double v, double min, double max, int precision);
     /// Display of a register field value; signed fields are decoded with the historic addition (kept).
     static QString valueStr(quint64 mask, qint64 value, bool isSigned);
 
+    /// `n` blanks; empty for `n` below 1.
     static QString generateIndents(int n);
+    /// The largest element; 0 for an empty list.
     static quint32 max(QList<quint32> list);
 
     /// Even number of hexadecimal digits: a "0" goes in front of an odd-length text (after a "0x" prefix).
@@ -66,6 +72,7 @@ public:
     /// Rewrites an identifier for a generated C header (blanks, "[n]", "[a..b]"); returns whether characters
     /// outside the word class remain (fix false) or were removed (fix true). Charsets above 1 are left alone.
     static bool fitCharset(QString* s, quint32 charset, bool fix);
+    /// fitCharset() with charset 0, as the C header generators call it.
     static bool fitCharsetCHeader(QString* s, bool fix);
 
     /// Range of a field of `bits` bits. Deliberately odd at the edges (signed widths above 32 give 0 and -1,
@@ -82,6 +89,7 @@ public:
 
     /// The template "<html>%0</span></html": the stray span and the missing ">" are kept for existing callers.
     static QString htmlSimpleBody(QWidget* widget);
+    /// `text` in a span of that colour inside an html element; the text is not escaped.
     static QString textToFullHtml(QString text, QColor color);
     /// b as HTML with the characters that differ from a marked (colour and/or bold); b is not escaped.
     static QString stringHtmlMatch(QString a, QString b, QColor color, bool bold);
@@ -95,6 +103,7 @@ public:
     /// Copies src into the current directory (as dst, or src's file name), keeping an existing copy, and
     /// returns the copy's path. The copy is left write-only for the user.
     static QString copyToTemp(QString src, QString dst);
+    /// Removes a copy made by copyToTemp() from the current directory.
     static bool removeFromTemp(QString name);
     /// Saves a screenshot of the widget as name + timestamp + ".png" and puts it on the clipboard;
     /// returns a message for the user.

@@ -7,14 +7,16 @@
 #include <QString>
 #include <QStringList>
 
-/// Opens a PDF manual at a named destination in an external viewer. The viewer is chosen once, at
-/// construction, from the program the desktop associates with PDF documents; the command-line conventions of
-/// the known viewers are built in. A singleton registered as "___ExternPDF___".
+/// Opens a PDF manual at a named destination in an external viewer; the object instance() creates lives until
+/// the process ends. The viewer is chosen once, at construction, from the program the desktop associates with
+/// PDF documents; the command-line conventions of the known viewers are built in. A singleton registered as
+/// "___ExternPDF___".
 class KIVCORE_EXPORT ExternPDF : public QObject
 {
     Q_OBJECT
 
 public:
+    /// The program and arguments that show a document in the chosen viewer.
     struct Command
     {
         QString program;

@@ -9,7 +9,8 @@ class ESIXmlDevice;
 class ESIXmlGroup;
 class QJsonObject;
 
-/// The "Descriptions" section of an ESI file: its groups and devices, both owned.
+/// The "Descriptions" section of an ESI file, owning and deleting its groups and devices; deleted by the
+/// XmlEtherCATInfo that holds it.
 class KIVCORE_EXPORT ESIXmlDescriptions
 {
 public:

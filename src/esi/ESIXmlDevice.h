@@ -9,7 +9,8 @@
 class ESIXmlProfile;
 class QJsonObject;
 
-/// A device of an ESI file: identification texts as written in the file and its profiles (owned).
+/// A device of an ESI file, owning and deleting its profiles, with its identification texts as written in
+/// the file; deleted by the descriptions that hold it.
 class KIVCORE_EXPORT ESIXmlDevice
 {
 public:

@@ -9,7 +9,8 @@ class ESIXmlDictionaryDataType;
 class ESIXmlDictionaryObject;
 class QJsonObject;
 
-/// A profile's object dictionary: its data types and its objects, both owned.
+/// A profile's object dictionary, owning and deleting its data types and its objects; deleted by its
+/// profile.
 class KIVCORE_EXPORT ESIXmlDictionary
 {
 public:

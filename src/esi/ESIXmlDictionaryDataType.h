@@ -7,7 +7,8 @@
 
 class QJsonObject;
 
-/// One sub-item of a dictionary data type: its place in the type and the type it has there.
+/// One sub-item of a dictionary data type (its place in the type and the type it has there), deleted by the
+/// data type that holds it.
 class KIVCORE_EXPORT ESIXmlDictionaryDataTypeSubItem
 {
 public:
@@ -40,7 +41,8 @@ private:
     QString m_flags;
 };
 
-/// A data type of a dictionary: name, size in bits and its sub-items (owned).
+/// A data type of a dictionary (name, size in bits), owning and deleting its sub-items; deleted by its
+/// dictionary.
 class KIVCORE_EXPORT ESIXmlDictionaryDataType
 {
 public:

@@ -7,8 +7,8 @@
 class ESIXmlObjectInfo;
 class QJsonObject;
 
-/// An object of a dictionary. Index, name, type and bit size stay as the file writes them; the info is
-/// owned and may be null.
+/// An object of a dictionary, owning and deleting its info (which may be null); deleted by its dictionary.
+/// Index, name, type and bit size stay as the file writes them.
 class KIVCORE_EXPORT ESIXmlDictionaryObject
 {
 public:

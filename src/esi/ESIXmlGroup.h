@@ -5,7 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
-/// A device group of an ESI file: its type key, English name and 16x14 icon text.
+/// A device group of an ESI file (type key, English name, 16x14 icon text), deleted by the descriptions
+/// that hold it.
 class KIVCORE_EXPORT ESIXmlGroup
 {
 public:

@@ -8,7 +8,8 @@
 class ESIXmlSubItem;
 class QJsonObject;
 
-/// The info of a dictionary object: its default value and its sub-items (owned).
+/// The info of a dictionary object (its default value), owning and deleting its sub-items; deleted by its
+/// object.
 class KIVCORE_EXPORT ESIXmlObjectInfo
 {
 public:

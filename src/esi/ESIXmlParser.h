@@ -20,7 +20,8 @@ class QFile;
 class QXmlStreamReader;
 class XmlEtherCATInfo;
 
-/// Reads an EtherCAT Slave Information file in one streaming pass into the ESIXml model. Only what the
+/// Reads an EtherCAT Slave Information file in one streaming pass into a new ESIXml model tree that the
+/// caller owns and deletes (deleting the XmlEtherCATInfo frees the whole tree). Only what the
 /// environment shows is kept: process data, mailbox, sync managers, FMMUs, distributed clocks and the EEPROM
 /// section are passed over token by token, so their size costs no memory.
 ///

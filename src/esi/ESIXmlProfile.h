@@ -7,7 +7,8 @@
 class ESIXmlDictionary;
 class QJsonObject;
 
-/// A device profile: its number and its object dictionary (owned, may be null).
+/// A device profile (its number), owning and deleting its object dictionary, which may be null; deleted by
+/// its device.
 class KIVCORE_EXPORT ESIXmlProfile
 {
 public:

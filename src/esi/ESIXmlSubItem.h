@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// A sub-item of an object's info: only its name is kept.
+/// A sub-item of an object's info, of which only the name is kept; deleted by the info that holds it.
 class KIVCORE_EXPORT ESIXmlSubItem
 {
 public:

@@ -8,7 +8,8 @@
 
 class QJsonObject;
 
-/// The vendor of an ESI file: id, name, comment and the hexadecimal text of its 16x14 icon.
+/// The vendor of an ESI file (id, name, comment, the hexadecimal text of its 16x14 icon), deleted by the
+/// XmlEtherCATInfo that holds it.
 class KIVCORE_EXPORT ESIXmlVendor
 {
 public:

@@ -9,8 +9,8 @@ class ESIXmlDescriptions;
 class ESIXmlVendor;
 class QJsonObject;
 
-/// The parsed ESI file: the vendor (may be null) and the descriptions sections, all owned. The caller of
-/// ESIXmlParser::parseInfo owns and deletes it.
+/// The parsed ESI file, owning and deleting its vendor (may be null) and its descriptions sections; the
+/// caller of ESIXmlParser::parseInfo owns and deletes it.
 class KIVCORE_EXPORT XmlEtherCATInfo
 {
 public:

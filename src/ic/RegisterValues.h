@@ -89,9 +89,9 @@ struct KIVCORE_EXPORT RegisterEncoding
     QStringList warnings;
 };
 
-/// A register-value session over an IC: known register values, from which the variant of any register
-/// is chosen, and the decoding and encoding of register values by that variant. The IC is not owned and
-/// must outlive the session. Masks are 64 bits; wider registers are handled in their low 64 bits.
+/// A register-value session over an IC that it does not own (the IC must outlive the session): known
+/// register values, from which the variant of any register is chosen, and the decoding and encoding of
+/// register values by that variant. Masks are 64 bits; wider registers are handled in their low 64 bits.
 class KIVCORE_EXPORT RegisterValues
 {
 public:
@@ -106,9 +106,11 @@ public:
     /// register's size). False with `error` when the register is unknown or the value does not fit.
     bool setValue(const QString& nameOrAddress, const QString& value, QString* error = nullptr);
     bool hasValue(quint32 address) const { return m_known.contains(address); }
+    /// 0 when the address has no known value (see hasValue()).
     quint64 value(quint32 address) const { return m_known.value(address); }
     void clear() { m_known.clear(); }
 
+    /// The variant that the known values of the selecting registers choose, or the candidates while one is unknown.
     RegisterVariantChoice chooseVariant(XmlValueRegister* reg) const;
     /// Decodes by the chosen variant; with none decided, only the uncovered bits are reported.
     RegisterDecoding decode(XmlValueRegister* reg, quint64 value) const;

@@ -7,9 +7,9 @@
 class XmlValueDb;
 class XmlValueBool2;
 
-/// The board-level quantities of an IC that turn register values into physical units: sense resistor,
-/// the two full-scale sense voltages and the offset flag. Keeps only the numbers of the value elements
-/// handed to it; owns nothing.
+/// The board-level quantities that turn register values into physical units (sense resistor, the two
+/// full-scale sense voltages, the offset flag), deleted by the IC or module that holds it. Keeps only the
+/// numbers of the value elements handed to it and owns no objects.
 class KIVCORE_EXPORT XmlDatabase
 {
 public:

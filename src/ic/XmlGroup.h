@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// Names a group number that registers give in their "group" attribute; registers refer to it by
-/// number only.
+/// The name of a group number that registers give in their "group" attribute, deleted by the register set
+/// that holds it. Registers refer to it by number only.
 class KIVCORE_EXPORT XmlGroup : public QObject
 {
     Q_OBJECT

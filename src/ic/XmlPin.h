@@ -4,7 +4,8 @@
 
 #include <QString>
 
-/// One pin of an IC: type, name, what it does and what its low, high and floating states mean.
+/// One pin of an IC (type, name, what it does and what its low, high and floating states mean), deleted by
+/// the pin group that holds it.
 class KIVCORE_EXPORT XmlPin
 {
 public:

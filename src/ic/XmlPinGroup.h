@@ -7,7 +7,8 @@
 #include <QList>
 #include <QString>
 
-/// A named group of pins of an IC. Owns its pins.
+/// A named group of pins of an IC, owning its pins and deleting them front to back with itself; deleted by
+/// the XmlPins that hold it.
 class KIVCORE_EXPORT XmlPinGroup : public XmlItemContainer<XmlPin>
 {
 public:

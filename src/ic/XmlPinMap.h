@@ -7,7 +7,8 @@
 #include <QList>
 #include <QString>
 
-/// The pin map of a board: IC pin to board pin. Owns its mappings.
+/// The pin map of a board (IC pin to board pin), owning and deleting its mappings. A module does not delete
+/// its pin map: KIVXmlParser::deleteProduct does.
 class KIVCORE_EXPORT XmlPinMap : public XmlItemContainer<XmlPinMapping>
 {
 public:

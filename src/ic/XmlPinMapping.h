@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// Relates one pin number of an IC to the pin number of a board.
+/// Relates one pin number of an IC to the pin number of a board; deleted by the pin map that holds it.
 class KIVCORE_EXPORT XmlPinMapping
 {
 public:

@@ -7,7 +7,8 @@
 #include <QList>
 #include <QString>
 
-/// The pins of an IC: its package and its pin groups. Owns the groups.
+/// The pins of an IC (its package), owning its pin groups and deleting them front to back with itself;
+/// deleted by the IC product.
 class KIVCORE_EXPORT XmlPins : public XmlItemContainer<XmlPinGroup>
 {
 public:

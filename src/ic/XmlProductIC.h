@@ -13,8 +13,9 @@ class XmlGroup;
 class XmlPins;
 class XmlRegisterSet;
 
-/// A motor-driver IC parsed from a "product_ic" file: header texts, descriptions, register set, pins and
-/// database (all three owned), plus a run-time record of register writes made by tools.
+/// A motor-driver IC parsed from a "product_ic" file, owning and deleting its register set, pins and
+/// database; the caller of KIVXmlParser::parseProduct releases it with KIVXmlParser::deleteProduct. Beside
+/// those: header texts, descriptions and a run-time record of register writes made by tools.
 class KIVCORE_EXPORT XmlProductIC : public XmlProductInterface
 {
     Q_OBJECT
@@ -37,14 +38,17 @@ public:
     /// Empty text is ignored; "\x26" becomes "&".
     void appendMainDescription(QString text);
 
-    // The three setters store the pointer and take ownership, but deliberately do not delete an object
-    // they replace: a caller swapping parts keeps the old one.
+    /// @name The IC's parts
+    /// The three setters store the pointer and take ownership, but deliberately do not delete an object
+    /// they replace: a caller swapping parts keeps the old one.
+    ///@{
     XmlDatabase* database() { return m_database; }
     void setDatabase(XmlDatabase* database) { m_database = database; }
     XmlRegisterSet* registerSet() { return m_registerSet; }
     void setRegisterSet(XmlRegisterSet* registerSet) { m_registerSet = registerSet; }
     XmlPins* pins() { return m_pins; }
     void setPins(XmlPins* pins) { m_pins = pins; }
+    ///@}
 
     /// Records a write: the last value per address, and the address moved to the end of the write order.
     /// The address is 8 bits wide, as the register set's map key is.

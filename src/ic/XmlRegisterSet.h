@@ -9,7 +9,8 @@
 class XmlValueRegister;
 class XmlGroup;
 
-/// The register map of one IC: its registers and groups in file order (owned), and a lookup by address.
+/// The register map of one IC, owning and deleting its registers and groups (in file order), with a lookup
+/// by address; deleted by the IC product.
 /// The lookup is keyed by the low 8 bits of the address on purpose: IC register addresses are 7 or 8 bits
 /// wide and the product's write record uses the same key. A later register with the same low 8 bits
 /// replaces the earlier map entry; the list keeps both.

@@ -11,9 +11,10 @@ class XmlValueRegisterField;
 class XmlRegisterVariantImpacts;
 class XmlRegisterVariantImpactedBy;
 
-/// One complete bit layout of a register. A register with a fixed layout has one variant named
+/// One complete bit layout of a register, owning and deleting its fields, impacts and impacted-by entries;
+/// deleted by its register. A register with a fixed layout has one variant named
 /// "DEFAULT"; otherwise the impacted-by entries say which bits of which register select this variant.
-/// Owns its fields, impacts and impacted-by entries. Mask and access are the unions of its fields'.
+/// Mask and access are the unions of its fields'.
 class KIVCORE_EXPORT XmlRegisterVariant : public XmlValueInterface
 {
     Q_OBJECT

@@ -5,8 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// The selector of a variant: it applies when the bits of the register at `address` selected by the mask,
-/// shifted right by `shift`, lie between rangeFrom and rangeTo.
+/// The selector of a variant, deleted by the variant that holds it: the variant applies when the bits of the register
+/// at `address` selected by the mask, shifted right by `shift`, lie between rangeFrom and rangeTo.
 class KIVCORE_EXPORT XmlRegisterVariantImpactedBy : public QObject
 {
     Q_OBJECT

@@ -5,7 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// Names a register whose layout depends on the register that holds this entry's variant.
+/// Names a register whose layout depends on the register that holds this entry's variant; deleted by that
+/// variant.
 class KIVCORE_EXPORT XmlRegisterVariantImpacts : public QObject
 {
     Q_OBJECT

@@ -8,8 +8,8 @@
 
 class XmlRegisterVariant;
 
-/// One register of an IC: address, name, width, group number and its layouts (variants). Owns its
-/// variants. Its access mask is the union of its variants' masks.
+/// One register of an IC (address, name, width, group number), owning and deleting its layouts (variants);
+/// deleted by the register set. Its access mask is the union of its variants' masks.
 class KIVCORE_EXPORT XmlValueRegister : public XmlValueInterface
 {
     Q_OBJECT

@@ -8,8 +8,9 @@
 
 class XmlValueAlert;
 
-/// A bit field of a register variant: name, position (shift and mask), descriptions, a typed value
-/// descriptor (owned) and alerts (not owned). The register/variant indexes and the dependency value are
+/// A bit field of a register variant, owning and deleting its typed value descriptor but not its alerts
+/// (alerts read from a file are QObject children of the field); deleted by its variant. It holds name,
+/// position (shift and mask) and descriptions. The register/variant indexes and the dependency value are
 /// plain storage for the tools that pick variants.
 class KIVCORE_EXPORT XmlValueRegisterField : public XmlValueInterface
 {

@@ -56,11 +56,11 @@ class XmlPinMap;
 class XmlPinMapping;
 class XmlDatabase;
 
-/// Streams a product description file ("product_module" or "product_ic") into a model tree in one pass.
-/// Stateless and re-entrant: two threads may parse two files with two readers at once.
-/// Every parse function is called with the reader on its element's start tag and returns a new object
-/// that the caller owns, or null when the document ends inside the element. Nothing throws; problems
-/// go to the debug log.
+/// Streams a product description file ("product_module" or "product_ic") in one pass into a new model tree
+/// that the caller owns and releases with deleteProduct(). Stateless and re-entrant: two threads may parse two files
+/// with two readers at once. Every parse function is called with the reader on its element's start tag and returns a
+/// new object that the caller owns, or null when the document ends inside the element. Nothing throws; problems go to
+/// the debug log.
 class KIVCORE_EXPORT KIVXmlParser
 {
 public:

@@ -3,7 +3,7 @@
 #include "kivcore_export.h"
 #include "product/XmlParameterInterface.h"
 
-/// One analog input of a module.
+/// One analog input of a module, owning its value descriptor; deleted by the XmlAnalogInputs that hold it.
 class KIVCORE_EXPORT XmlAnalogInput : public XmlParameterInterface
 {
 public:

@@ -6,7 +6,7 @@
 
 #include <QString>
 
-/// The module's analog inputs. Owns its items.
+/// The module's analog inputs, owned and deleted front to back with the container; deleted by the module.
 class KIVCORE_EXPORT XmlAnalogInputs : public XmlItemContainer<XmlAnalogInput>
 {
 public:

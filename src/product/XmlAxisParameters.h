@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// The axis parameters of one motor axis. Owns its items.
+/// The axis parameters of one motor axis, owned and deleted front to back with the block; deleted by the
+/// module.
 class KIVCORE_EXPORT XmlAxisParameters : public XmlItemContainer<XmlAxisParameter>
 {
 public:

@@ -6,7 +6,8 @@
 
 class XmlValueInterface;
 
-/// One sub-index of a CANopen object: number, name, PDO mapping and an owned value descriptor.
+/// One sub-index of a CANopen object (number, name, PDO mapping), owning and deleting its value
+/// descriptor; deleted by its object.
 class KIVCORE_EXPORT XmlCANopenEntry
 {
 public:

@@ -8,8 +8,9 @@
 
 class XmlCANopenEntry;
 
-/// One object of a module's CANopen object dictionary: index, name, object and data type texts, the
-/// dictionary segment code, description lines and its sub-index entries (owned).
+/// One object of a module's CANopen object dictionary, owning and deleting its sub-index entries; deleted by
+/// the module. It holds index, name, object and data type texts, the dictionary segment code and
+/// description lines.
 class KIVCORE_EXPORT XmlCANopenObject
 {
 public:

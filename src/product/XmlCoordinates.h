@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// The module's stored coordinates. Owns its items.
+/// The module's stored coordinates, owned and deleted front to back with the container; deleted by the
+/// module.
 class KIVCORE_EXPORT XmlCoordinates : public XmlItemContainer<XmlCoordinate>
 {
 public:

@@ -3,7 +3,8 @@
 #include "kivcore_export.h"
 #include "product/XmlParameterInterface.h"
 
-/// One digital input of a module.
+/// One digital input of a module, owning its value descriptor; deleted by the XmlDigitalInputs that hold
+/// it.
 class KIVCORE_EXPORT XmlDigitalInput : public XmlParameterInterface
 {
 public:

@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// The module's digital inputs. Owns its items.
+/// The module's digital inputs, owned and deleted front to back with the container; deleted by the
+/// module.
 class KIVCORE_EXPORT XmlDigitalInputs : public XmlItemContainer<XmlDigitalInput>
 {
 public:

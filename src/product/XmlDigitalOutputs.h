@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// The module's digital outputs. Owns its items.
+/// The module's digital outputs, owned and deleted front to back with the container; deleted by the
+/// module.
 class KIVCORE_EXPORT XmlDigitalOutputs : public XmlItemContainer<XmlDigitalOutput>
 {
 public:

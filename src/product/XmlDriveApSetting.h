@@ -4,7 +4,8 @@
 
 #include <QString>
 
-/// One (axis parameter number, value) pair of a drive configuration group. Immutable.
+/// One (axis parameter number, value) pair of a drive configuration group, deleted by that group.
+/// Immutable.
 class KIVCORE_EXPORT XmlDriveApSetting
 {
 public:
@@ -13,6 +14,7 @@ public:
         , m_value(value)
     { }
 
+    /// The number of the axis parameter that the value is written to.
     unsigned char type() const { return m_type; }
     int value() const { return m_value; }
     QString toString() const;

@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// A named group of axis-parameter settings inside a drive configuration. Owns its settings.
+/// A named group of axis-parameter settings, owning and deleting its settings; deleted by its drive
+/// configuration.
 class KIVCORE_EXPORT XmlDriveApSettings : public XmlItemContainer<XmlDriveApSetting>
 {
 public:

@@ -6,8 +6,8 @@
 
 #include <QString>
 
-/// A ready-made drive set-up of a module: a numbered, named list of setting groups that a tool writes to
-/// the module's axis parameters. Owns its groups.
+/// A ready-made drive set-up of a module, owning and deleting its setting groups; deleted by the module.
+/// A numbered, named list of groups that a tool writes to the module's axis parameters.
 class KIVCORE_EXPORT XmlDriveConfiguration : public XmlItemContainer<XmlDriveApSettings>
 {
 public:

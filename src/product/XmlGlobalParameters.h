@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// One numbered bank of global parameters. Owns its items.
+/// One numbered bank of global parameters, owned and deleted front to back with the bank; deleted by the
+/// module.
 class KIVCORE_EXPORT XmlGlobalParameters : public XmlItemContainer<XmlGlobalParameter>
 {
 public:

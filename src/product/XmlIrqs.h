@@ -6,7 +6,8 @@
 
 #include <QString>
 
-/// The module's interrupt sources. Owns its items.
+/// The module's interrupt sources, owned and deleted front to back with the container; deleted by the
+/// module.
 class KIVCORE_EXPORT XmlIrqs : public XmlItemContainer<XmlIrq>
 {
 public:

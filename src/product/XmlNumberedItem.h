@@ -7,8 +7,9 @@
 
 class XmlValueInterface;
 
-/// The content that a module's interrupt sources and coordinates share: a number kept as a full 32-bit
-/// value (unlike the parameter kinds), name, identifier, description lines and one owned value descriptor.
+/// The content that a module's interrupt sources and coordinates share, owning and deleting one value
+/// descriptor: a number kept as a full 32-bit value (unlike the parameter kinds), name, identifier and
+/// description lines.
 class KIVCORE_EXPORT XmlNumberedItem
 {
 public:

@@ -9,8 +9,8 @@
 class XmlValueInterface;
 
 /// Base of the module's numbered firmware settings and signals (axis and global parameters, analog and
-/// digital inputs, digital outputs): number, name, identifier, description lines and one owned value
-/// descriptor.
+/// digital inputs, digital outputs), owning and deleting one value descriptor; it holds number, name,
+/// identifier and description lines.
 class KIVCORE_EXPORT XmlParameterInterface : public QObject
 {
     Q_OBJECT
@@ -34,6 +34,7 @@ public:
     virtual QString toString();
 
     int parameterType() const { return m_parameterType; }
+    /// The kind's name as the debug text writes it ("AxisParameter", "GlobalParameter", ...).
     static QString parameterTypeAsString(int kind);
     QString parameterTypeAsString() const { return parameterTypeAsString(m_parameterType); }
 
@@ -42,6 +43,7 @@ public:
     int readCommand() const;
     int writeCommand() const;
 
+    /// The parameter's number in its block or bank (the firmware calls it the type).
     unsigned char type() const { return m_type; }
     void setType(unsigned char type) { m_type = type; }
     QString name() const { return m_name; }

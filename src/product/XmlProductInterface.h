@@ -4,7 +4,8 @@
 
 #include <QObject>
 
-/// Common base of the parsed products: type() is 0 for an IC product and 1 for a module product.
+/// Common base of the parsed products, which the caller of KIVXmlParser::parseProduct owns and releases
+/// with KIVXmlParser::deleteProduct. type() is 0 for an IC product and 1 for a module product.
 class KIVCORE_EXPORT XmlProductInterface : public QObject
 {
     Q_OBJECT

@@ -19,12 +19,12 @@ class XmlGlobalParameters;
 class XmlIrqs;
 class XmlPinMap;
 
-/// A module product parsed from a "product_module" file: identification texts, axis-parameter blocks,
-/// global-parameter banks, inputs, outputs, interrupts, coordinates, CANopen objects, drive
-/// configurations, a pin map and a database, with lookups and the firmware manual's LaTeX fragments.
+/// A module product parsed from a "product_module" file, owning and deleting everything it holds except
+/// its pin map; whoever keeps a parsed module releases it with KIVXmlParser::deleteProduct, which frees both.
 ///
-/// Owns everything it holds except the pin map: the pin map is deliberately not deleted by the module;
-/// whoever keeps a parsed module releases it with KIVXmlParser::deleteProduct, which frees both.
+/// It holds identification texts, axis-parameter blocks, global-parameter banks, inputs, outputs,
+/// interrupts, coordinates, CANopen objects, drive configurations, a pin map and a database, with lookups
+/// and the firmware manual's LaTeX fragments. The pin map is deliberately not deleted by the module itself.
 class KIVCORE_EXPORT XmlProductModule : public XmlProductInterface
 {
     Q_OBJECT
@@ -45,20 +45,28 @@ public:
     /// "HW: <hardware>; SW: <software>".
     QString getVersion() const;
 
-    // The module's own lists: callers may read and change them in place.
+    /// @name The module's own lists
+    /// Callers may read and change them in place; the module deletes what they hold.
+    ///@{
     QList<XmlAxisParameters*>* getAxisParameters() { return &m_axisParameters; }
     QList<XmlGlobalParameters*>* getGlobalParameters() { return &m_globalParameters; }
     QList<XmlCANopenObject*>* getCANopenObjects() { return &m_canopenObjects; }
     QList<XmlDriveConfiguration*>* driveConfigurations() { return &m_driveConfigurations; }
+    ///@}
 
-    // Take ownership; a null pointer is appended like any other.
+    /// @name Appending to the lists
+    /// Take ownership; a null pointer is appended like any other.
+    ///@{
     void appendAxisParameters(XmlAxisParameters* block) { m_axisParameters.append(block); }
     void appendGlobalParameters(XmlGlobalParameters* bank) { m_globalParameters.append(bank); }
     void appendCANopenObject(XmlCANopenObject* object) { m_canopenObjects.append(object); }
     void appendDriveConfiguration(XmlDriveConfiguration* configuration) { m_driveConfigurations.append(configuration); }
+    ///@}
 
-    // The setters take ownership (the pin map excepted, see the class comment) but deliberately do not
-    // delete an object they replace: a caller swapping parts keeps the old one.
+    /// @name The module's parts
+    /// The setters take ownership (the pin map excepted, see the class comment) but deliberately do not
+    /// delete an object they replace: a caller swapping parts keeps the old one.
+    ///@{
     void setDigitalInputs(XmlDigitalInputs* inputs) { m_digitalInputs = inputs; }
     void setDigitalOutputs(XmlDigitalOutputs* outputs) { m_digitalOutputs = outputs; }
     void setAnalogInputs(XmlAnalogInputs* inputs) { m_analogInputs = inputs; }
@@ -75,18 +83,25 @@ public:
     /// Not owned by the module: the caller deletes it.
     XmlPinMap* getPinMap() const { return m_pinMap; }
     XmlDatabase* getDatabase() const { return m_database; }
+    ///@}
 
-    // Delete every element of the list; the list ends empty.
+    /// @name Clearing the lists
+    /// Delete every element of the list; the list ends empty.
+    ///@{
     void clearAxisParameters();
     void clearGlobalParameters();
     void clearCANopenObjects();
     void clearDriveConfigurations();
-    // Delete the container's items; the container itself stays.
+    ///@}
+    /// @name Clearing the containers
+    /// Delete the container's items; the container itself stays.
+    ///@{
     void clearDigitalInputs();
     void clearDigitalOutputs();
     void clearAnalogInputs();
     void clearIrqs();
     void clearCoordinates();
+    ///@}
     /// Deliberately does nothing: the database stays attached (callers rely on it surviving a reset).
     void clearDatabase() { }
 

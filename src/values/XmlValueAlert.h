@@ -5,7 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// A warning text attached to a register field ("value_alert"). Not a value descriptor.
+/// A warning text attached to a register field ("value_alert"), not owned by the field: one read from a
+/// file is a QObject child of its field and goes with it. Not a value descriptor.
 class KIVCORE_EXPORT XmlValueAlert : public QObject
 {
     Q_OBJECT

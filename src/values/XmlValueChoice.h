@@ -4,7 +4,8 @@
 
 #include <QList>
 
-/// A value picked from a list of permitted values ("value_choice"). Owns its elements. min and max follow
+/// A value picked from a list of permitted values ("value_choice"), owning its elements and deleting them
+/// front to back with itself. min and max follow
 /// the smallest and largest element value but are not reported as present; the unit is kept unbracketed.
 class KIVCORE_EXPORT XmlValueChoice : public XmlValueInterface
 {

@@ -2,8 +2,9 @@
 
 #include "values/XmlValueInterface.h"
 
-/// One permitted value of a choice with its short and long description. An "&" in a description is
-/// stored as the four characters \x26, since the texts end up in documents where a bare one is markup.
+/// One permitted value of a choice with its short and long description, deleted by the choice that holds
+/// it. An "&" in a description is
+/// stored as the four characters `\x26`, since the texts end up in documents where a bare one is markup.
 class KIVCORE_EXPORT XmlValueChoiceElement : public XmlValueInterface
 {
 public:

@@ -28,9 +28,10 @@ enum XmlValueType
 /// Value description map: value -> (short description, long description).
 using XmlValueDescriptions = QMap<unsigned int, QPair<QString, QString>>;
 
-/// Abstract base of every typed value descriptor: range, default, decimals, unit, access and their
-/// renderings. min, max and default are always held as signed 64-bit numbers; unsigned kinds store
-/// their values zero-extended, signed kinds sign-extended. Owns nothing but its strings.
+/// Abstract base of every typed value descriptor (range, default, decimals, unit, access and their
+/// renderings), deleted by the parameter, field, entry or item that holds it. min, max and default are always held as
+/// signed 64-bit numbers; unsigned kinds store their values zero-extended, signed kinds sign-extended. Owns nothing but
+/// its strings.
 class KIVCORE_EXPORT XmlValueInterface : public QObject
 {
     Q_OBJECT

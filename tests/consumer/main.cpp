@@ -10,6 +10,6 @@ int main()
     KIVXmlParser::replaceUnicode(text);
     if (text.size() != 3)
         return 1;
-    std::puts("kivcore consumer: ok");
+    std::printf("kivcore consumer: ok (kivcore %s)\n", qPrintable(KivCore::version()));
     return 0;
 }

@@ -289,7 +289,7 @@ QString generalHelp()
         help += QStringLiteral("  ") + QString::fromLatin1(command.synopsis).leftJustified(48) + QStringLiteral("  ")
             + QLatin1String(command.summary) + QLatin1Char('\n');
     QList<const Option*> options = commonOptions();
-    const Option version {"version", "version", 0, nullptr, "Show the version of kivtool."};
+    const Option version {"version", "version", 0, nullptr, "Show the versions of kivtool and its library."};
     options << &version;
     help += QStringLiteral("\nOptions of every command:\n") + optionLines(options);
     help += QStringLiteral("\nFILE may be - for standard input.\n"

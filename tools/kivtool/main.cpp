@@ -12,6 +12,7 @@
 #include "ReferencePage.h"
 #include "RegisterCommands.h"
 #include "Summary.h"
+#include "base/KivCoreVersion.h"
 #include "check/CheckCommand.h"
 #include "diff/DiffCommand.h"
 
@@ -160,8 +161,10 @@ int main(int argc, char* argv[])
     const Arguments arguments = parseArguments(rest);
     g_verbose = arguments.verbose;
 
+    // The library's version is the one loaded at run time, which an update of libkivcore0 alone changes.
     if (arguments.version)
-        return writeStandardOutput(QStringLiteral("kivtool ") + QStringLiteral(KIVTOOL_VERSION) + QLatin1Char('\n'));
+        return writeStandardOutput(QStringLiteral("kivtool ") + QStringLiteral(KIVTOOL_VERSION)
+            + QStringLiteral(" (kivcore ") + KivCore::version() + QStringLiteral(")\n"));
     if (arguments.command == QLatin1String("help")) {
         if (arguments.operands.isEmpty())
             return writeStandardOutput(generalHelp());
