@@ -10,15 +10,16 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QHash>
-#include <QMutex>
 #include <QSet>
 #include <QThread>
 #include <QThreadPool>
 #include <QVariant>
-#include <QWaitCondition>
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
 
 namespace {
 
@@ -64,31 +65,34 @@ struct ReadResult
     qint64 column = 0;
 };
 
-/// Hands the readers' results to the writing thread.
+/// Hands the readers' results to the writing thread. Standard mutex and condition variable: their waits
+/// go through pthreads, which the thread sanitizer follows, where QMutex's contended path does not.
 class ResultQueue
 {
 public:
     void push(ReadResult&& result)
     {
-        QMutexLocker lock(&m_mutex);
-        m_results.append(std::move(result));
-        m_ready.wakeOne();
+        {
+            const std::lock_guard<std::mutex> lock(m_mutex);
+            m_results.append(std::move(result));
+        }
+        m_ready.notify_one();
     }
 
     /// What has arrived, waiting up to `milliseconds` for the first.
     QVector<ReadResult> take(unsigned long milliseconds)
     {
-        QMutexLocker lock(&m_mutex);
+        std::unique_lock<std::mutex> lock(m_mutex);
         if (m_results.isEmpty())
-            m_ready.wait(&m_mutex, milliseconds);
+            m_ready.wait_for(lock, std::chrono::milliseconds(milliseconds));
         QVector<ReadResult> taken;
         taken.swap(m_results);
         return taken;
     }
 
 private:
-    QMutex m_mutex;
-    QWaitCondition m_ready;
+    std::mutex m_mutex;
+    std::condition_variable m_ready;
     QVector<ReadResult> m_results;
 };
 
