@@ -5,6 +5,7 @@ set -euo pipefail
 
 build_pkgs=(build-essential cmake qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite)
 test_pkgs=(chromium chromium-driver clang man-db pkg-config poppler-utils python3-jsonschema python3-selenium texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
+demo_pkgs=(poppler-utils texlive-latex-base texlive-latex-recommended texlive-latex-extra texlive-fonts-recommended)
 fuzz_pkgs=(clang libclang-rt-dev)
 bench_pkgs=(libbenchmark-dev python3)
 package_pkgs=(dpkg-dev file lintian pkg-config)
@@ -14,7 +15,8 @@ wanted=("${build_pkgs[@]}")
 for what in "$@"; do
     case "$what" in
         build) ;;
-        test|demo) wanted+=("${test_pkgs[@]}") ;;
+        test) wanted+=("${test_pkgs[@]}") ;;
+        demo) wanted+=("${demo_pkgs[@]}") ;;
         fuzz) wanted+=("${fuzz_pkgs[@]}") ;;
         bench) wanted+=("${bench_pkgs[@]}") ;;
         package) wanted+=("${package_pkgs[@]}") ;;
