@@ -36,8 +36,7 @@ void TestParserFrame::replaceUnicode_data()
     QTest::newRow("fifth digit stays") << QStringLiteral("\\u00412") << QStringLiteral("A2");
     // A backslash made by a replacement never starts a later match at its own position.
     QTest::newRow("made backslash") << QStringLiteral("\\u005cu0041") << QStringLiteral("\\u0041");
-    QTest::newRow("surrogate pair")
-        << QStringLiteral("\\ud83d\\ude00") << QString(QChar(0xd83d)) + QChar(0xde00);
+    QTest::newRow("surrogate pair") << QStringLiteral("\\ud83d\\ude00") << QString(QChar(0xd83d)) + QChar(0xde00);
 }
 
 void TestParserFrame::replaceUnicode()
@@ -59,8 +58,8 @@ void TestParserFrame::unknownRootGivesNull_data()
 {
     QTest::addColumn<QByteArray>("xml");
     QTest::addColumn<QStringList>("roots");
-    QTest::newRow("other case") << QByteArray("<Product_Module/>") << QStringList{"Product_Module"};
-    QTest::newRow("nested unknowns") << QByteArray("<a><b/></a>") << QStringList{"a", "b"};
+    QTest::newRow("other case") << QByteArray("<Product_Module/>") << QStringList {"Product_Module"};
+    QTest::newRow("nested unknowns") << QByteArray("<a><b/></a>") << QStringList {"a", "b"};
 }
 
 void TestParserFrame::unknownRootGivesNull()
