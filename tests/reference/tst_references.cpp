@@ -4,8 +4,13 @@
 #include "TestXml.h"
 
 #include "ic/IcJson.h"
+#include "ic/XmlDatabase.h"
 #include "ic/XmlGroup.h"
+#include "ic/XmlPinMap.h"
+#include "ic/XmlPins.h"
 #include "ic/XmlRegisterSet.h"
+#include "ic/XmlRegisterVariant.h"
+#include "ic/XmlValueRegister.h"
 #include "product/ModuleJson.h"
 #include "product/XmlCANopenObject.h"
 #include "product/XmlGlobalParameters.h"
@@ -26,7 +31,8 @@ namespace {
 const char kUpdateHint[]
     = "if the change is deliberate: KIVCORE_UPDATE_REFERENCES=1 build/tests/reference/tst_references";
 
-using Fragments = QList<QPair<QString, QString>>; // file name, text
+using Fragment = QPair<QString, QString>; // file name, text
+using Fragments = QList<Fragment>;
 
 QString json(const QJsonObject& object)
 {
@@ -40,6 +46,8 @@ Fragments moduleFragments(XmlProductModule* module)
     Fragments list {{"debug.txt", module->toString()}, {"page.html", module->toHtml()},
         {"header.tex", module->toLaTeXHeader().replace(today, QLatin1String("@TODAY@"))},
         {"axis.tex", module->toLaTeXAxisParam()}, {"module.json", json(ModuleJson::toJson(module))}};
+    if (XmlPinMap* pinMap = module->getPinMap())
+        list << Fragment {"pinmap.txt", pinMap->toString(QString())} << Fragment {"pinmap.html", pinMap->toHtml()};
     for (int bank = 0; bank < module->getGlobalParameters()->size(); ++bank)
         list.append({QStringLiteral("bank-%1.tex").arg(bank), module->toLaTeXGlobalParamBank(bank)});
     for (int kind = 0; kind <= 3; ++kind)
@@ -55,6 +63,16 @@ Fragments icFragments(XmlProductIC* ic)
     Fragments list {{"debug.txt", ic->toString()}, {"page.html", ic->toHtml()},
         {"regmap.tex", ic->toLaTeXRegisterMap()}, {"regmap-defaults.tex", ic->toLaTeXRegisterMapDefaults()},
         {"overview.tex", ic->toLaTeXRegisterOverview()}, {"ic.json", json(IcJson::toJson(ic))}};
+    if (XmlPins* pins = ic->pins())
+        list << Fragment {"pins.txt", pins->toString(QString())} << Fragment {"pins.html", pins->toHtml()};
+    if (XmlDatabase* database = ic->database())
+        list.append({"database.txt", database->toString()});
+    QString variants; // a register's variants as LaTeX tables, in file order
+    for (XmlValueRegister* reg : qAsConst(*ic->registerSet()->getRegisters())) {
+        for (XmlRegisterVariant* variant : qAsConst(*reg->getRegisterVariants()))
+            variants += variant->toLatex(QStringLiteral("\t")) + QLatin1Char('\n');
+    }
+    list.append({"variants.tex", variants});
     for (XmlGroup* group : qAsConst(*ic->registerSet()->getGroups()))
         list.append(
             {QStringLiteral("overview-group-%1.tex").arg(group->getID()), ic->toLaTeXRegisterOverviewByGroup(group)});
@@ -91,6 +109,7 @@ void TestReferences::wholeTexts_data()
     QTest::newRow("module-markup") << KIVCORE_TEST_DATA_DIR "/reference/inputs/module-markup.xml" << false;
     QTest::newRow("ic") << KIVCORE_EXAMPLES_DIR "/ic/kiv-ic-example.xml" << false;
     QTest::newRow("ic-small") << KIVCORE_TEST_DATA_DIR "/json/ic.xml" << false;
+    QTest::newRow("ic-markup") << KIVCORE_TEST_DATA_DIR "/reference/inputs/ic-markup.xml" << false;
     QTest::newRow("esi") << KIVCORE_EXAMPLES_DIR "/esi/kiv-vendor-esi.xml" << true;
 }
 
