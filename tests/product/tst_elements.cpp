@@ -29,7 +29,10 @@
 #include "product/XmlGlobalParameters.h"
 #include "product/XmlIrqs.h"
 #include "product/XmlProductModule.h"
+#include "values/XmlValueAlert.h"
+#include "values/XmlValueBool2.h"
 #include "values/XmlValueChoice.h"
+#include "values/XmlValueDb.h"
 
 #include <QHash>
 #include <QJsonDocument>
@@ -107,6 +110,9 @@ QString parseAndPrint(const QByteArray& xml)
         {"drive_ap_settings", parser(&P::parseDriveApSettings)},
         {"drive_ap_setting", parser(&P::parseDriveApSetting)},
         {"value_choice", parser(&P::parseValueChoice)},
+        {"value_bool2", parser(&P::parseValueBool2)},
+        {"value_db", parser(&P::parseValueDb)},
+        {"value_alert", parser(&P::parseValueAlert)},
         {"product_ic", parser(&P::parseProductIC)},
         {"register_set", parser(&P::parseRegisterSet)},
         {"group", parser(&P::parseGroup)},
@@ -236,6 +242,11 @@ void TestElements::truncatedGivesNull_data()
                                                        "<drive_ap_setting type=\"1\"/></drive_ap_settings>");
     QTest::newRow("drive_ap_setting") << QByteArray("<drive_configuration><drive_ap_settings><drive_ap_setting>");
     QTest::newRow("value_choice") << QByteArray("<value_choice><choice_element value=\"1\"/>");
+    QTest::newRow("value_choice in an unknown child") << QByteArray("<value_choice><choice_element/><group>");
+    QTest::newRow("value_choice, broken markup") << QByteArray("<value_choice><choice_element></value_choice>");
+    QTest::newRow("value_bool2") << QByteArray("<value_bool2 name=\"n\" value=\"true\"><x/>");
+    QTest::newRow("value_db") << QByteArray("<value_db value=\"3\">");
+    QTest::newRow("value_alert") << QByteArray("<value_alert text=\"t\"><x></y>");
     QTest::newRow("product_ic") << QByteArray("<product_ic name=\"x\"><desc>a</desc><register_set/>");
     QTest::newRow("register_set") << QByteArray("<register_set><group/><value_register/>");
     QTest::newRow("value_register") << QByteArray("<value_register address=\"1\"><register_variant name=\"v\">"
