@@ -111,6 +111,7 @@ void TestReferences::wholeTexts_data()
     QTest::newRow("ic-small") << KIVCORE_TEST_DATA_DIR "/json/ic.xml" << false;
     QTest::newRow("ic-markup") << KIVCORE_TEST_DATA_DIR "/reference/inputs/ic-markup.xml" << false;
     QTest::newRow("esi") << KIVCORE_EXAMPLES_DIR "/esi/kiv-vendor-esi.xml" << true;
+    QTest::newRow("esi-small") << KIVCORE_TEST_DATA_DIR "/reference/inputs/esi-small.xml" << true;
 }
 
 void TestReferences::wholeTexts()
