@@ -22,11 +22,7 @@ class TestAppSettings : public QObject
 private slots:
     void initTestCase();
     void init();
-    void fileIdentity();
     void homePathCreatedAndKept();
-    void homePathUncreatable();
-    void keyNames_data();
-    void keyNames();
     void prefix_data();
     void prefix();
     void paraMaps();
@@ -35,11 +31,9 @@ private slots:
     void comboBoxText();
     void menuRestoreTriggersOnce();
     void savePosMaximizedMainWindow();
-    void savePosMaximizedWidget();
     void restorePos();
     void notificationMap();
     void notificationMapDropsOldest();
-    void menuInputParameter();
     void corruptAndUnwritableFile();
 
 private:
@@ -65,17 +59,6 @@ void TestAppSettings::init()
     settings.clear();
 }
 
-void TestAppSettings::fileIdentity()
-{
-    AppSettings settings;
-    QCOMPARE(
-        settings.fileName(), QString(m_config + QLatin1String("/Kivotronic/") + qAppName() + QLatin1String(".ini")));
-    QCOMPARE(settings.format(), QSettings::IniFormat);
-    QCOMPARE(settings.version(), 20);
-    QVERIFY(!settings.fallbacksEnabled());
-    QVERIFY(settings.qt_metacast("AppSettings"));
-}
-
 void TestAppSettings::homePathCreatedAndKept()
 {
     const QString expected = m_config + QLatin1String("/Kivotronic/") + qAppName();
@@ -88,38 +71,6 @@ void TestAppSettings::homePathCreatedAndKept()
     AppSettings().setValue(QStringLiteral("HomePath"), other);
     QCOMPARE(AppSettings().homePath(), other);
     QVERIFY(QFileInfo(other).isDir());
-}
-
-void TestAppSettings::homePathUncreatable()
-{
-    const QString impossible = QStringLiteral("/proc/kivcore-no-such/home");
-    AppSettings settings;
-    settings.setValue(QStringLiteral("HomePath"), impossible);
-    QCOMPARE(settings.homePath(), impossible);
-    QVERIFY(!QFileInfo::exists(impossible));
-}
-
-void TestAppSettings::keyNames_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("appeal") << AppSettings::keyStyleAppeal << "Style/appeal";
-    QTest::newRow("font") << AppSettings::keyAddFontPointSizeF << "Mainwindow/addFontPointSizeF";
-    QTest::newRow("plugins") << AppSettings::keyPluginsGeometry << "Plugins Geometry";
-    QTest::newRow("toolbars") << AppSettings::keySessionsToolbars << "Sessions/Toolbars/VariantMap";
-    QTest::newRow("my path") << AppSettings::keyMyPath << "MyPath";
-    QTest::newRow("debug file") << AppSettings::keyDebugFile << "DebugFile";
-    QTest::newRow("colour count") << AppSettings::keyColorMapCount << "ColorMap/Count";
-    QTest::newRow("colour button") << AppSettings::keyColorMapCheckedButton << "ColorMap/CheckedButton";
-    QTest::newRow("graph") << AppSettings::keyGraphParam << "GraphParam/";
-    QTest::newRow("start counter") << AppSettings::keyStartCounter << "StartCounter";
-}
-
-void TestAppSettings::keyNames()
-{
-    QFETCH(QString, key);
-    QFETCH(QString, text);
-    QCOMPARE(key, text);
 }
 
 void TestAppSettings::prefix_data()
@@ -272,20 +223,6 @@ void TestAppSettings::savePosMaximizedMainWindow()
     QCOMPARE(settings.value(QStringLiteral("Mainwindow/PositionMain")).toPoint(), window.pos());
 }
 
-void TestAppSettings::savePosMaximizedWidget()
-{
-    QWidget widget;
-    widget.showMaximized();
-    QVERIFY(QTest::qWaitForWindowExposed(&widget));
-    AppSettings settings;
-    settings.savePos(&widget, QStringLiteral("Tool"));
-    QVERIFY(widget.isMaximized());
-    QCOMPARE(settings.value(QStringLiteral("Mainwindow/MaximizedTool")), QVariant(true));
-    QVERIFY(!settings.contains(QStringLiteral("Mainwindow/SizeTool")));
-    QVERIFY(!settings.contains(QStringLiteral("Mainwindow/PositionTool")));
-    QVERIFY(!settings.contains(QStringLiteral("Mainwindow/WindowState")));
-}
-
 void TestAppSettings::restorePos()
 {
     const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
@@ -349,36 +286,6 @@ void TestAppSettings::notificationMapDropsOldest()
     QCOMPARE(map.size(), AppSettings::maxNotifications());
     QCOMPARE(map.first(), QStringLiteral("5"));
     QCOMPARE(AppSettings().restoreNotificationMap(QStringLiteral("log")), map);
-}
-
-void TestAppSettings::menuInputParameter()
-{
-    AppSettings().setValue(QStringLiteral("Plugin/speed"), QStringLiteral("10"));
-    QMenu extend;
-    extend.addAction(QStringLiteral("reset"));
-    int shownActions = 0;
-    QString shownText;
-    QTimer::singleShot(0, this, [&]() {
-        QMenu* popup = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        QVERIFY(popup);
-        shownActions = popup->actions().size();
-        QLineEdit* edit = popup->findChild<QLineEdit*>();
-        QVERIFY(edit);
-        shownText = edit->text();
-        edit->setText(QStringLiteral("42"));
-        emit edit->returnPressed();
-    });
-    // Safety net: a popup left open would block the test.
-    QTimer::singleShot(5000, this, []() {
-        if (QWidget* popup = QApplication::activePopupWidget())
-            popup->close();
-    });
-    AppSettings settings;
-    QCOMPARE(settings.menuInputParameter(nullptr, QStringLiteral("Plugin/speed"), QPoint(10, 10), &extend),
-        QStringLiteral("42"));
-    QCOMPARE(shownText, QStringLiteral("10"));
-    QCOMPARE(shownActions, 3); // line edit, separator, the extending action
-    QCOMPARE(settings.value(QStringLiteral("Plugin/speed")).toString(), QStringLiteral("42"));
 }
 
 void TestAppSettings::corruptAndUnwritableFile()

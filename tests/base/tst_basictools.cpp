@@ -36,22 +36,6 @@ QRgb pixelAt(const QPixmap& pixmap, int x, int y)
     return pixmap.toImage().convertToFormat(QImage::Format_ARGB32).pixel(x, y);
 }
 
-// Pixels that are clearly not the background colour.
-int paintedPixels(const QImage& image, QRgb background)
-{
-    int count = 0;
-    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
-    for (int y = 0; y < argb.height(); ++y)
-        for (int x = 0; x < argb.width(); ++x)
-            count += argb.pixel(x, y) != background;
-    return count;
-}
-
-bool haveFonts()
-{
-    return !QFontDatabase().families().isEmpty();
-}
-
 } // namespace
 
 class TestBasicTools : public QObject
@@ -73,20 +57,14 @@ private slots:
     void fitCharset();
     void matchFirmwareVersion_data();
     void matchFirmwareVersion();
-    void firmwareVersionLogsTwoLines();
     void stringHtmlMatch_data();
     void stringHtmlMatch();
     void mdToHtml_data();
     void mdToHtml();
     void mdToHtmlMissingFile();
     void copyAndRemoveInWorkingDirectory();
-    void exportPng();
-    void rotations();
-    void pixmapColors();
     void pixmapComposition();
     void pixmapToHtmlAndImageData();
-    void iconColors();
-    void matchColorString();
 };
 
 void TestBasicTools::formats_data()
@@ -395,18 +373,6 @@ void TestBasicTools::matchFirmwareVersion()
     QCOMPARE(bl, newBl);
 }
 
-void TestBasicTools::firmwareVersionLogsTwoLines()
-{
-    LogCapture log;
-    QString bl;
-    BasicTools::matchFirmwareVersion(bl, "1240V3.12", 0x030C);
-    const QString sig = "static QString BasicTools::matchFirmwareVersion(QString&, const QString&, quint32) ";
-    QCOMPARE(log.texts(),
-        QStringList({sig + R"(firmware version (1): size 9 BlVersion: "" FwVersion: "1240V3.12" Version: "0x30C")",
-            sig + R"(firmware version (2): size 9 BlVersion: "1240" FwVersion: "1240V3.12" Version: "0x30C")"}));
-    QCOMPARE(log.messages().first().type, QtDebugMsg);
-}
-
 void TestBasicTools::stringHtmlMatch_data()
 {
     QTest::addColumn<QString>("a");
@@ -516,100 +482,14 @@ void TestBasicTools::copyAndRemoveInWorkingDirectory()
     QDir::setCurrent(oldCurrent);
 }
 
-void TestBasicTools::exportPng()
-{
-    QTemporaryDir dir;
-    QWidget widget;
-    widget.resize(40, 30);
-    widget.setStyleSheet("background: #00ff00");
-    const QString result = BasicTools::ExportPNG(&widget, dir.filePath("shot_"));
-    const QString head = "Print content to Clipboard and\nto png in temporary path:\n" + dir.path() + "\n";
-    QVERIFY2(result.startsWith(head), qPrintable(result));
-    const QString fileName = result.mid(head.size());
-    QVERIFY(QRegularExpression(
-        "^" + QRegularExpression::escape(dir.filePath("shot_")) + R"(\d{4}-\d\d-\d\dT\d\d_\d\d_\d\d\.png$)")
-                .match(fileName)
-                .hasMatch());
-    const QImage saved(fileName);
-    QCOMPARE(saved.size(), QSize(40, 30));
-    QCOMPARE(QApplication::clipboard()->pixmap().size(), QSize(40, 30));
-
-    const QString failed = BasicTools::ExportPNG(&widget, dir.filePath("missing/shot_"));
-    QVERIFY2(failed.startsWith("Cannot open " + dir.filePath("missing/shot_")), qPrintable(failed));
-    QVERIFY2(failed.endsWith(".png - " + dir.filePath("missing")), qPrintable(failed));
-    QCOMPARE(BasicTools::ExportPNG(nullptr, "x"), QString("error"));
-}
-
-void TestBasicTools::rotations()
-{
-    QImage image(2, 1, QImage::Format_ARGB32);
-    image.setPixel(0, 0, qRgb(255, 0, 0));
-    image.setPixel(1, 0, qRgb(0, 0, 255));
-    const QRgb red = qRgb(255, 0, 0), blue = qRgb(0, 0, 255);
-    QCOMPARE(BasicTools::rotate90(image).size(), QSize(1, 2));
-    QCOMPARE(BasicTools::rotate90(image).pixel(0, 0), red); // clockwise: the left end goes to the top
-    QCOMPARE(BasicTools::rotate270(image).pixel(0, 0), blue);
-    QCOMPARE(BasicTools::rotate180(image).pixel(0, 0), blue);
-    QCOMPARE(BasicTools::rotate(360, image).pixel(0, 0), red);
-    const QPixmap pixmap = QPixmap::fromImage(image);
-    QCOMPARE(pixelAt(BasicTools::rotate90(pixmap), 0, 1), blue);
-    QCOMPARE(pixelAt(BasicTools::rotate270(pixmap), 0, 1), red);
-    QCOMPARE(pixelAt(BasicTools::rotate180(pixmap), 1, 0), red);
-    QCOMPARE(BasicTools::rotate(90, QPixmap()).isNull(), true);
-}
-
-void TestBasicTools::pixmapColors()
-{
-    QImage image(3, 1, QImage::Format_ARGB32);
-    image.setPixel(0, 0, qRgb(200, 100, 50));
-    image.setPixel(1, 0, qRgb(0, 0, 255));
-    image.setPixel(2, 0, qRgba(0, 0, 0, 0));
-    const QPixmap pixmap = QPixmap::fromImage(image);
-
-    const QPixmap grey = BasicTools::setPixmapToGray(pixmap);
-    QCOMPARE(pixelAt(grey, 0, 0), qRgb(126, 126, 126));
-    QCOMPARE(qAlpha(pixelAt(grey, 2, 0)), 0);
-
-    QPixmap all = pixmap;
-    BasicTools::setSymbolColor(&all, Qt::green, false, QColor());
-    QCOMPARE(pixelAt(all, 0, 0), qRgb(0, 255, 0));
-    QCOMPARE(pixelAt(all, 1, 0), qRgb(0, 255, 0));
-    QCOMPARE(qAlpha(pixelAt(all, 2, 0)), 0);
-    QPixmap some = pixmap;
-    BasicTools::setSymbolColor(&some, Qt::green, true, QColor(0, 0, 255));
-    QCOMPARE(pixelAt(some, 0, 0), qRgb(200, 100, 50));
-    QCOMPARE(pixelAt(some, 1, 0), qRgb(0, 255, 0));
-    BasicTools::setSymbolColor(nullptr, Qt::green, false, QColor());
-}
-
 void TestBasicTools::pixmapComposition()
 {
-    const QPixmap base = filled(10, 10, Qt::white);
-    const QPixmap badge = BasicTools::addPixmapToPixmap(base, filled(3, 3, Qt::red));
+    // The badge goes to the bottom-right corner.
+    const QPixmap badge = BasicTools::addPixmapToPixmap(filled(10, 10, Qt::white), filled(3, 3, Qt::red));
     QCOMPARE(badge.size(), QSize(10, 10));
     QCOMPARE(pixelAt(badge, 9, 9), qRgb(255, 0, 0));
     QCOMPARE(pixelAt(badge, 7, 7), qRgb(255, 0, 0));
     QCOMPARE(pixelAt(badge, 6, 6), qRgb(255, 255, 255));
-
-    const QPixmap wide = filled(8, 40, Qt::white);
-    const QPixmap right = BasicTools::addTextToPixmapAdjust(wide, "Label", Qt::black, Qt::Horizontal, QFont());
-    QVERIFY(right.width() > 8);
-    QCOMPARE(right.height(), 40);
-    QCOMPARE(pixelAt(right, 0, 0), qRgb(255, 255, 255));
-    const QPixmap below
-        = BasicTools::addTextToPixmapAdjust(filled(200, 4, Qt::white), "Label", Qt::black, Qt::Vertical, QFont());
-    QCOMPARE(below.width(), 200);
-    QVERIFY(below.height() > 4);
-
-    if (!haveFonts())
-        QSKIP("no fonts to draw text with");
-    const QRgb white = qRgb(255, 255, 255);
-    QVERIFY(paintedPixels(BasicTools::addTextToPixmap(filled(60, 30, Qt::white), "X", Qt::black).toImage(), white) > 0);
-    const QImage rotated
-        = BasicTools::addTextToPixmapRotate(filled(30, 80, Qt::white), "Text", Qt::black, QFont()).toImage();
-    QCOMPARE(rotated.size(), QSize(30, 80));
-    QVERIFY(paintedPixels(rotated, white) > 0);
-    QVERIFY(paintedPixels(right.toImage().copy(8, 0, right.width() - 8, 40), white) > 0);
 }
 
 void TestBasicTools::pixmapToHtmlAndImageData()
@@ -635,52 +515,6 @@ void TestBasicTools::pixmapToHtmlAndImageData()
     QCOMPARE(pixelAt(back, 2, 1), qRgb(0, 0, 255));
     QVERIFY(BasicTools::pixmapFromImageData("not an image").isNull());
     QVERIFY(BasicTools::pixmapToImageData(QImage()).isEmpty());
-}
-
-void TestBasicTools::iconColors()
-{
-    const QIcon symbol(filled(16, 16, Qt::black));
-    const QColor normal(Qt::red), disabled(Qt::gray), active(Qt::blue);
-    QPushButton button;
-    button.setIcon(symbol);
-    BasicTools::setButtonIconsColor(&button, normal, disabled, active);
-    QAction action(nullptr);
-    action.setIcon(symbol);
-    BasicTools::setActionIconsColor(&action, normal, disabled, active);
-    for (const QIcon& icon : {button.icon(), action.icon()}) {
-        QCOMPARE(pixelAt(icon.pixmap(16, QIcon::Normal), 8, 8), normal.rgb());
-        QCOMPARE(pixelAt(icon.pixmap(16, QIcon::Disabled), 8, 8), disabled.rgb());
-        QCOMPARE(pixelAt(icon.pixmap(16, QIcon::Active), 8, 8), active.rgb());
-    }
-    BasicTools::setButtonIconsColor(nullptr, normal, disabled, active);
-    BasicTools::setActionIconsColor(nullptr, normal, disabled, active);
-}
-
-void TestBasicTools::matchColorString()
-{
-    QLineEdit edit;
-    edit.resize(200, 30);
-    edit.setText("hello world");
-    edit.setStyleSheet("color: black; background: white");
-    auto redPixels = [&edit]() {
-        const QImage image = edit.grab().toImage().convertToFormat(QImage::Format_ARGB32);
-        int count = 0;
-        for (int y = 0; y < image.height(); ++y)
-            for (int x = 0; x < image.width(); ++x) {
-                const QRgb p = image.pixel(x, y);
-                count += qRed(p) > 160 && qGreen(p) < 100 && qBlue(p) < 100;
-            }
-        return count;
-    };
-    QVERIFY(!BasicTools::matchColorString("xyz", &edit, Qt::red, 0));
-    QVERIFY(!BasicTools::matchColorString("hello", &edit, Qt::red, 3));
-    QVERIFY(!BasicTools::matchColorString("x", nullptr, Qt::red, 0));
-    if (haveFonts())
-        QCOMPARE(redPixels(), 0);
-    QVERIFY(BasicTools::matchColorString("WORLD", &edit, Qt::red, 0));
-    QCOMPARE(edit.text(), QString("hello world"));
-    if (haveFonts())
-        QVERIFY(redPixels() > 0);
 }
 
 QTEST_MAIN(TestBasicTools)

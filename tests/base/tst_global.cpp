@@ -18,7 +18,6 @@ class TestGlobal : public QObject
 
 private slots:
     void initTestCase();
-    void instanceKeepsFirstInternalFlag();
     void appNameCountsOneCopy();
     void countsRunningCopiesInProc();
     void nameForCount_data();
@@ -34,7 +33,6 @@ private slots:
     void unregisterUnknownThreadWarns();
     void addSelfKeepsFirst();
     void mainWindowIsRegistryParent();
-    void companyName();
     void commandLineTexts_data();
     void commandLineTexts();
 
@@ -66,15 +64,6 @@ void TestGlobal::initTestCase()
     process(QStringLiteral("6"), "averyveryverylo\n", QStringLiteral("/opt/x/averyveryverylongname"));
     process(QStringLiteral("7"), QByteArray()); // vanished process: nothing readable
     process(QStringLiteral("self"), "App\n"); // not a process directory
-}
-
-void TestGlobal::instanceKeepsFirstInternalFlag()
-{
-    Global* first = Global::instance(true);
-    QCOMPARE(Global::instance(false), first);
-    QVERIFY(first->internal());
-    QCOMPARE(first->objectName(), QStringLiteral("___GlobalInstance___"));
-    QVERIFY(first->qt_metacast("Global"));
 }
 
 void TestGlobal::appNameCountsOneCopy()
@@ -253,14 +242,6 @@ void TestGlobal::mainWindowIsRegistryParent()
     QCOMPARE(Global::mainWindow(&child, QStringLiteral("panel")), &window);
     QCOMPARE(Global::mainWindow(nullptr, QStringLiteral("no such child")), &window);
     Global::instance()->setParent(nullptr);
-}
-
-void TestGlobal::companyName()
-{
-    QCOMPARE(Global::instance()->companyName(), QStringLiteral("Kivotronic"));
-    Global::setCompanyName(QStringLiteral("Other Company"));
-    QCOMPARE(Global::instance()->companyName(), QStringLiteral("Other Company"));
-    Global::setCompanyName(QStringLiteral("Kivotronic"));
 }
 
 void TestGlobal::commandLineTexts_data()

@@ -52,8 +52,6 @@ private slots:
     void twoRotationsKeepOneBackup();
     void copyToTempWithBackup();
     void copyToTempWithoutBackup();
-    void copyToTempTextSlotOpens();
-    void slotOrder();
     void uncreatableDirectory();
     void directoryListing();
 
@@ -252,29 +250,6 @@ void TestLogSink::copyToTempWithoutBackup()
     QVERIFY(liveText.endsWith(QLatin1String("not flushed yet\n")));
     QVERIFY(report.startsWith(liveText + separatorLine()));
     QVERIFY(log.texts().isEmpty());
-}
-
-void TestLogSink::copyToTempTextSlotOpens()
-{
-    UrlRecorder recorder;
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &recorder, "open");
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100000);
-    sink.copyToTemp(QString("x"));
-    const QString target = sink.copyToTemp(true);
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    QCOMPARE(recorder.urls, QList<QUrl>({QUrl::fromLocalFile(target), QUrl::fromLocalFile(target)}));
-    QVERIFY(QFile::exists(target));
-}
-
-void TestLogSink::slotOrder()
-{
-    const QMetaObject& meta = FileRotationLogSink::staticMetaObject;
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        methods << QString::fromLatin1(meta.method(i).methodSignature());
-    QCOMPARE(methods,
-        QStringList({QStringLiteral("flush()"), QStringLiteral("copyToTemp(bool)"), QStringLiteral("copyToTemp()"),
-            QStringLiteral("copyToTemp(QString)")}));
 }
 
 void TestLogSink::uncreatableDirectory()
