@@ -22,13 +22,11 @@ class TestAppSettings : public QObject
 private slots:
     void initTestCase();
     void init();
-    void homePathCreatedAndKept();
     void prefix_data();
     void prefix();
     void paraMaps();
     void paraMapVariantReplaces_data();
     void paraMapVariantReplaces();
-    void comboBoxText();
     void menuRestoreTriggersOnce();
     void savePosMaximizedMainWindow();
     void restorePos();
@@ -57,20 +55,6 @@ void TestAppSettings::init()
 {
     AppSettings settings;
     settings.clear();
-}
-
-void TestAppSettings::homePathCreatedAndKept()
-{
-    const QString expected = m_config + QLatin1String("/Kivotronic/") + qAppName();
-    QDir(expected).removeRecursively();
-    QCOMPARE(AppSettings().homePath(), expected);
-    QVERIFY(QFileInfo(expected).isDir());
-    QCOMPARE(AppSettings().value(QStringLiteral("HomePath")).toString(), expected);
-
-    const QString other = m_home.path() + QLatin1String("/data");
-    AppSettings().setValue(QStringLiteral("HomePath"), other);
-    QCOMPARE(AppSettings().homePath(), other);
-    QVERIFY(QFileInfo(other).isDir());
 }
 
 void TestAppSettings::prefix_data()
@@ -130,22 +114,6 @@ void TestAppSettings::paraMapVariantReplaces()
     const QMap<QString, QMap<QString, QVariant>> expected {{QStringLiteral("c"), c}};
     QCOMPARE(settings.getParaMapVariant(QStringLiteral("Plug")), expected);
     QVERIFY(!settings.contains(QStringLiteral("Plug/VariantMap/a")));
-}
-
-void TestAppSettings::comboBoxText()
-{
-    QComboBox box;
-    box.setObjectName(QStringLiteral("units"));
-    box.addItems({QStringLiteral("m"), QStringLiteral("mm")});
-    box.setCurrentIndex(1);
-    AppSettings().saveComboxCurrentText(&box);
-    box.setCurrentIndex(0);
-    AppSettings settings;
-    QCOMPARE(settings.value(QStringLiteral("ComboBoxCurrentText/units")).toString(), QStringLiteral("mm"));
-    QCOMPARE(settings.restoreComboBoxCurrentText(&box), QStringLiteral("mm"));
-    QCOMPARE(box.currentText(), QStringLiteral("m")); // the caller applies it
-    box.setObjectName(QStringLiteral("other"));
-    QCOMPARE(settings.restoreComboBoxCurrentText(&box), QString());
 }
 
 void TestAppSettings::menuRestoreTriggersOnce()

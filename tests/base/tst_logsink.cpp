@@ -47,7 +47,6 @@ private slots:
     void startHeader_data();
     void startHeader();
     void appendsToExistingFile();
-    void paths();
     void rotatesOnlyAboveLimit();
     void twoRotationsKeepOneBackup();
     void copyToTempWithBackup();
@@ -146,28 +145,6 @@ void TestLogSink::appendsToExistingFile()
     const QByteArray text = readAll(m_home + QLatin1String("/app.log"));
     QVERIFY(text.startsWith("old content\n\n\nStart "));
     QVERIFY(text.endsWith(QByteArray(79, '_') + "\n\nnew line\n")); // the destructor flushes
-}
-
-void TestLogSink::paths()
-{
-    // The trace line goes to the process' standard error: catch it in a file.
-    const QString tracePath = m_root.path() + QLatin1String("/stderr.txt");
-    std::fflush(stderr);
-    const int savedStderr = ::dup(2);
-    const int traceFd = ::open(QFile::encodeName(tracePath).constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    QVERIFY(savedStderr >= 0 && traceFd >= 0);
-    ::dup2(traceFd, 2);
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100);
-    std::fflush(stderr);
-    ::dup2(savedStderr, 2);
-    ::close(savedStderr);
-    ::close(traceFd);
-    QCOMPARE(readAll(tracePath),
-        QByteArray(
-            "FileRotationLogSink::FileRotationLogSink(QString, size_t) app.log Home: " + m_home.toLocal8Bit() + "\n"));
-    QCOMPARE(sink.filePath(), QString(m_home + QLatin1String("/app.log")));
-    QCOMPARE(sink.fileName(), QStringLiteral("app.log"));
-    QVERIFY(sink.qt_metacast("FileRotationLogSink"));
 }
 
 void TestLogSink::rotatesOnlyAboveLimit()
