@@ -22,6 +22,7 @@ class TestAppSettings : public QObject
 private slots:
     void initTestCase();
     void init();
+    void homePathCreatedAndWrittenBack();
     void prefix_data();
     void prefix();
     void paraMaps();
@@ -55,6 +56,15 @@ void TestAppSettings::init()
 {
     AppSettings settings;
     settings.clear();
+}
+
+void TestAppSettings::homePathCreatedAndWrittenBack()
+{
+    const QString expected = m_config + QLatin1String("/Kivotronic/") + qAppName();
+    QDir(expected).removeRecursively();
+    QCOMPARE(AppSettings().homePath(), expected);
+    QVERIFY(QFileInfo(expected).isDir());
+    QCOMPARE(AppSettings().value(QStringLiteral("HomePath")).toString(), expected);
 }
 
 void TestAppSettings::prefix_data()
