@@ -63,6 +63,7 @@ private slots:
     void mdToHtml();
     void mdToHtmlMissingFile();
     void copyAndRemoveInWorkingDirectory();
+    void exportPng();
     void pixmapComposition();
     void pixmapToHtmlAndImageData();
 };
@@ -482,6 +483,30 @@ void TestBasicTools::copyAndRemoveInWorkingDirectory()
     QDir::setCurrent(oldCurrent);
 }
 
+void TestBasicTools::exportPng()
+{
+    QTemporaryDir dir;
+    QWidget widget;
+    widget.resize(40, 30);
+    widget.setStyleSheet("background: #00ff00");
+    const QString result = BasicTools::ExportPNG(&widget, dir.filePath("shot_"));
+    const QString head = "Print content to Clipboard and\nto png in temporary path:\n" + dir.path() + "\n";
+    QVERIFY2(result.startsWith(head), qPrintable(result));
+    const QString fileName = result.mid(head.size());
+    QVERIFY(QRegularExpression(
+        "^" + QRegularExpression::escape(dir.filePath("shot_")) + R"(\d{4}-\d\d-\d\dT\d\d_\d\d_\d\d\.png$)")
+                .match(fileName)
+                .hasMatch());
+    const QImage saved(fileName);
+    QCOMPARE(saved.size(), QSize(40, 30));
+    QCOMPARE(QApplication::clipboard()->pixmap().size(), QSize(40, 30));
+
+    const QString failed = BasicTools::ExportPNG(&widget, dir.filePath("missing/shot_"));
+    QVERIFY2(failed.startsWith("Cannot open " + dir.filePath("missing/shot_")), qPrintable(failed));
+    QVERIFY2(failed.endsWith(".png - " + dir.filePath("missing")), qPrintable(failed));
+    QCOMPARE(BasicTools::ExportPNG(nullptr, "x"), QString("error"));
+}
+
 void TestBasicTools::pixmapComposition()
 {
     // The badge goes to the bottom-right corner.
@@ -490,6 +515,15 @@ void TestBasicTools::pixmapComposition()
     QCOMPARE(pixelAt(badge, 9, 9), qRgb(255, 0, 0));
     QCOMPARE(pixelAt(badge, 7, 7), qRgb(255, 0, 0));
     QCOMPARE(pixelAt(badge, 6, 6), qRgb(255, 255, 255));
+    if (QFontDatabase().families().isEmpty())
+        QSKIP("no fonts to draw text with");
+    // Text drawn onto a pixmap, upright and turned, leaves dark pixels on the white ground.
+    for (const QPixmap& text : {BasicTools::addTextToPixmap(filled(60, 30, Qt::white), "X", Qt::black),
+             BasicTools::addTextToPixmapRotate(filled(30, 80, Qt::white), "Text", Qt::black, QFont())}) {
+        const QImage image = text.toImage().convertToFormat(QImage::Format_ARGB32);
+        QVERIFY(
+            image != filled(text.width(), text.height(), Qt::white).toImage().convertToFormat(QImage::Format_ARGB32));
+    }
 }
 
 void TestBasicTools::pixmapToHtmlAndImageData()
