@@ -112,6 +112,7 @@ void TestBasicTools::formats_data()
     row("range narrow", BasicTools::intInsertDot(1234.5678, 0, 10, 2), "1234.57");
     row("range wide", BasicTools::intInsertDot(-1234.5, -100, 100, 1), grouped({"-1", "235"}));
     row("range inf", BasicTools::intInsertDot(inf, 0, 10, 2), "inf");
+    row("range wide, below one", BasicTools::intInsertDot(0.4, -100, 100, 1), "0");
     row("max", QString::number(BasicTools::max({3, 9, 4})), "9");
     row("max of nothing", QString::number(BasicTools::max({})), "0");
     row("indents", BasicTools::generateIndents(3), "   ");
@@ -538,6 +539,12 @@ void TestBasicTools::pixmapToHtmlAndImageData()
     const QPixmap embedded
         = BasicTools::pixmapFromImageData(html.mid(head.size(), html.size() - head.size() - tail.size()).toLatin1());
     QCOMPARE(embedded.size(), QSize(8, 4));
+    // An opaque picture covers the background from the top-left corner on.
+    const QString opaque = BasicTools::setPixmapToHtml(filled(4, 2, Qt::blue), QColor(Qt::red));
+    QCOMPARE(pixelAt(BasicTools::pixmapFromImageData(
+                         opaque.mid(head.size(), opaque.indexOf('"', head.size()) - head.size()).toLatin1()),
+                 0, 0),
+        qRgb(0, 0, 255));
     QCOMPARE(pixelAt(embedded, 7, 3), qRgb(255, 0, 0));
     QVERIFY(BasicTools::setPixmapToHtml(transparent, QColor(Qt::red)).endsWith("\" width=\"4\" height=\"2\">"));
     QVERIFY(BasicTools::setPixmapToHtml(transparent, QSize(2, 1)).endsWith("\" width=\"2\" height=\"1\">"));

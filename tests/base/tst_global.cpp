@@ -35,6 +35,7 @@ private slots:
     void mainWindowIsRegistryParent();
     void commandLineTexts_data();
     void commandLineTexts();
+    void deletedInstanceIsReplaced();
 
 private:
     QTemporaryDir m_proc;
@@ -265,6 +266,17 @@ void TestGlobal::commandLineTexts()
     QFETCH(QString, text);
     QFETCH(QString, expected);
     QCOMPARE(text, expected);
+}
+
+void TestGlobal::deletedInstanceIsReplaced()
+{
+    // Runs last: the instance goes with its parent, and the next call makes a new one instead of returning
+    // the freed one (the sanitizer run reports a use after free otherwise).
+    {
+        QObject owner;
+        Global::instance()->setParent(&owner);
+    }
+    QCOMPARE(Global::instance()->objectName(), QStringLiteral("___GlobalInstance___"));
 }
 
 int main(int argc, char** argv)

@@ -211,6 +211,7 @@ void TestSysInfo::workingSet_data()
     const quint64 page = quint64(sysconf(_SC_PAGESIZE));
     QTest::newRow("resident pages") << QByteArray("12345 678 90 1 0 2 0\n") << quint32((678 * page) >> 10);
     QTest::newRow("garbage") << QByteArray("12345 many 90\n") << quint32(0);
+    QTest::newRow("two fields are enough") << QByteArray("12345 678\n") << quint32((678 * page) >> 10);
     QTest::newRow("one field") << QByteArray("12345\n") << quint32(0);
     QTest::newRow("empty") << QByteArray() << quint32(0);
 }
