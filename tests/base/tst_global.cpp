@@ -6,11 +6,8 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <cstdio>
 
 class TestGlobal : public QObject
 {
@@ -18,8 +15,6 @@ class TestGlobal : public QObject
 
 private slots:
     void initTestCase();
-    void appNameCountsOneCopy();
-    void countsRunningCopiesInProc();
     void nameForCount_data();
     void nameForCount();
     void countInProcRoot_data();
@@ -65,33 +60,6 @@ void TestGlobal::initTestCase()
     process(QStringLiteral("6"), "averyveryverylo\n", QStringLiteral("/opt/x/averyveryverylongname"));
     process(QStringLiteral("7"), QByteArray()); // vanished process: nothing readable
     process(QStringLiteral("self"), "App\n"); // not a process directory
-}
-
-void TestGlobal::appNameCountsOneCopy()
-{
-    int count = -1;
-    QCOMPARE(Global::appName(&count), qAppName());
-    QCOMPARE(count, 1);
-}
-
-void TestGlobal::countsRunningCopiesInProc()
-{
-    // Two more copies of this program, each waiting until its input closes.
-    QProcess copies[2];
-    for (QProcess& copy : copies) {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QStringLiteral("TST_GLOBAL_WAIT"), QStringLiteral("1"));
-        copy.setProcessEnvironment(environment);
-        copy.start(QCoreApplication::applicationFilePath(), QStringList());
-        QVERIFY(copy.waitForStarted(10000));
-    }
-    const int count = GlobalPrivate::countInProcRoot(QStringLiteral("/proc"), GlobalPrivate::imageName(qAppName()));
-    for (QProcess& copy : copies) {
-        copy.closeWriteChannel();
-        QVERIFY(copy.waitForFinished(10000));
-    }
-    QCOMPARE(count, 3);
-    QCOMPARE(GlobalPrivate::countInProcRoot(QStringLiteral("/nonexistent/proc"), qAppName()), 0);
 }
 
 void TestGlobal::nameForCount_data()
@@ -279,16 +247,5 @@ void TestGlobal::deletedInstanceIsReplaced()
     QCOMPARE(Global::instance()->objectName(), QStringLiteral("___GlobalInstance___"));
 }
 
-int main(int argc, char** argv)
-{
-    // A copy started by countsRunningCopiesInProc: stay until the input closes.
-    if (qEnvironmentVariableIsSet("TST_GLOBAL_WAIT")) {
-        while (std::fgetc(stdin) != EOF) { }
-        return 0;
-    }
-    QCoreApplication app(argc, argv);
-    TestGlobal test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(TestGlobal)
 #include "tst_global.moc"

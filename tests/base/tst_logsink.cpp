@@ -5,17 +5,11 @@
 #include "base/FileRotationLogSink_p.h"
 #include "base/Global.h"
 
-#include <QDesktopServices>
 #include <QGuiApplication>
-#include <QMetaMethod>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <cstdio>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -26,16 +20,6 @@ QByteArray readAll(const QString& path)
 }
 
 } // namespace
-
-/// Stands in for the desktop's handler of local files.
-class UrlRecorder : public QObject
-{
-    Q_OBJECT
-public:
-    QList<QUrl> urls;
-public slots:
-    void open(const QUrl& url) { urls.append(url); }
-};
 
 class TestLogSink : public QObject
 {
@@ -48,9 +32,7 @@ private slots:
     void startHeader();
     void appendsToExistingFile();
     void rotatesOnlyAboveLimit();
-    void twoRotationsKeepOneBackup();
     void copyToTempWithBackup();
-    void copyToTempWithoutBackup();
     void uncreatableDirectory();
     void directoryListing();
 
@@ -174,21 +156,6 @@ void TestLogSink::rotatesOnlyAboveLimit()
     QCOMPARE(QString::fromUtf8(readAll(live)), QString(fresh + QLatin1String("after rotation\n")));
 }
 
-void TestLogSink::twoRotationsKeepOneBackup()
-{
-    const QString live = m_home + QLatin1String("/app.log");
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100);
-    QTextStream* stream = sink.getCurrentStream();
-    *stream << QString(120, QLatin1Char('a'));
-    sink.flush();
-    const QByteArray dateLine = readAll(live);
-    *stream << QString(120, QLatin1Char('b'));
-    sink.flush();
-    QCOMPARE(readAll(live + QLatin1String(".bak")), QByteArray(dateLine + QByteArray(120, 'b')));
-    QCOMPARE(
-        QDir(m_home).entryList(QDir::Files), QStringList({QStringLiteral("app.log"), QStringLiteral("app.log.bak")}));
-}
-
 void TestLogSink::copyToTempWithBackup()
 {
     const QString live = m_home + QLatin1String("/app.log");
@@ -215,18 +182,6 @@ void TestLogSink::copyToTempWithBackup()
         QLatin1String(" Directory of ") + QCoreApplication::applicationDirPath() + QLatin1String("\n\n")));
     QVERIFY(listing.contains(
         QLatin1Char(' ') + QFileInfo(QCoreApplication::applicationFilePath()).fileName() + QLatin1Char('\n')));
-}
-
-void TestLogSink::copyToTempWithoutBackup()
-{
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100000);
-    *sink.getCurrentStream() << "not flushed yet\n";
-    LogCapture log;
-    const QString report = QString::fromUtf8(readAll(sink.copyToTemp(false)));
-    const QString liveText = QString::fromUtf8(readAll(sink.filePath()));
-    QVERIFY(liveText.endsWith(QLatin1String("not flushed yet\n")));
-    QVERIFY(report.startsWith(liveText + separatorLine()));
-    QVERIFY(log.texts().isEmpty());
 }
 
 void TestLogSink::uncreatableDirectory()
