@@ -329,38 +329,20 @@ void TestBasicTools::matchFirmwareVersion_data()
     QTest::addColumn<quint32>("version");
     QTest::addColumn<QString>("expected");
     QTest::addColumn<QString>("newBl");
-    QTest::newRow("plain") << ""
-                           << "1240V3.12" << 0x030Cu << "V 3.12"
-                           << "1240";
-    QTest::newRow("version 0") << ""
-                               << "1240V3.12" << 0u << "V 0.00"
-                               << "1240";
-    QTest::newRow("too short") << ""
-                               << "1240" << 0x030Cu << ""
-                               << "1240";
-    QTest::newRow("other product") << "1241v"
-                                   << "1240V3.12" << 0x030Cu << ""
-                                   << "1241";
-    QTest::newRow("bad character") << ""
-                                   << "1240V3.x2" << 0x030Cu << ""
-                                   << "1240";
-    QTest::newRow("not latin-1") << "" << QString("1240V3.1") + QChar(0x0663) << 0x030Cu << ""
-                                 << "1240";
-    QTest::newRow("bootloader") << ""
-                                << "1240b1.05" << 0x0105u << "Bootloader V1.05"
-                                << "1240";
-    QTest::newRow("c inside") << ""
-                              << "1240C1.05" << 0x0105u << "C 1.05"
-                              << "1240";
-    QTest::newRow("leading c") << ""
-                               << "c1240V1.05" << 0x0105u << "V 1.05"
-                               << "C1240";
-    QTest::newRow("signed minor") << ""
-                                  << "1240V1.00" << 0x0180u << "V 1.0-128"
-                                  << "1240";
-    QTest::newRow("signed major") << ""
-                                  << "1240V1.00" << 0xFF0Au << "V -1.10"
-                                  << "1240";
+    const auto row
+        = [](const char* name, const QString& bl, const QString& fw, quint32 version, const char* expected,
+              const char* newBl) { QTest::newRow(name) << bl << fw << version << QString(expected) << QString(newBl); };
+    row("plain", QString(), "1240V3.12", 0x030C, "V 3.12", "1240");
+    row("version 0", QString(), "1240V3.12", 0, "V 0.00", "1240");
+    row("too short", QString(), "1240", 0x030C, "", "1240");
+    row("other product", "1241v", "1240V3.12", 0x030C, "", "1241");
+    row("bad character", QString(), "1240V3.x2", 0x030C, "", "1240");
+    row("not latin-1", QString(), QString("1240V3.1") + QChar(0x0663), 0x030C, "", "1240");
+    row("bootloader", QString(), "1240b1.05", 0x0105, "Bootloader V1.05", "1240");
+    row("c inside", QString(), "1240C1.05", 0x0105, "C 1.05", "1240");
+    row("leading c", QString(), "c1240V1.05", 0x0105, "V 1.05", "C1240");
+    row("signed minor", QString(), "1240V1.00", 0x0180, "V 1.0-128", "1240");
+    row("signed major", QString(), "1240V1.00", 0xFF0A, "V -1.10", "1240");
 }
 
 void TestBasicTools::matchFirmwareVersion()
@@ -382,23 +364,19 @@ void TestBasicTools::stringHtmlMatch_data()
     QTest::addColumn<QColor>("color");
     QTest::addColumn<bool>("bold");
     QTest::addColumn<QString>("expected");
+    const auto row
+        = [](const char* name, const char* a, const char* b, const QColor& color, bool bold, const char* expected) {
+              QTest::newRow(name) << QString(a) << QString(b) << color << bold << QString(expected);
+          };
     const QColor red(Qt::red);
-    QTest::newRow("equal") << "abc"
-                           << "abc" << red << true << "abc";
-    QTest::newRow("colour") << "abc"
-                            << "axc" << red << false << R"(a<span style="color:#ff0000">x</span>c)";
-    QTest::newRow("colour bold") << "abcd"
-                                 << "axyd" << red << true << R"(a<span style="color:#ff0000"><b>xy</span></b>d)";
-    QTest::newRow("bold only") << "abc"
-                               << "axc" << QColor() << true << "a<b>x</b>c";
-    QTest::newRow("open at end") << "abc"
-                                 << "abx" << QColor(Qt::blue) << false << R"(ab<span style="color:#0000ff">x</span>)";
-    QTest::newRow("longer b") << "ab"
-                              << "abcd" << red << true << R"(ab<span style="color:#ff7f7f"><b>cd</b></span>)";
-    QTest::newRow("not escaped") << ""
-                                 << "<i>" << QColor() << false << "<i>";
-    QTest::newRow("shorter b") << "abcd"
-                               << "xb" << QColor() << true << "<b>x</b>b";
+    row("equal", "abc", "abc", red, true, "abc");
+    row("colour", "abc", "axc", red, false, R"(a<span style="color:#ff0000">x</span>c)");
+    row("colour bold", "abcd", "axyd", red, true, R"(a<span style="color:#ff0000"><b>xy</span></b>d)");
+    row("bold only", "abc", "axc", QColor(), true, "a<b>x</b>c");
+    row("open at end", "abc", "abx", QColor(Qt::blue), false, R"(ab<span style="color:#0000ff">x</span>)");
+    row("longer b", "ab", "abcd", red, true, R"(ab<span style="color:#ff7f7f"><b>cd</b></span>)");
+    row("not escaped", "", "<i>", QColor(), false, "<i>");
+    row("shorter b", "abcd", "xb", QColor(), true, "<b>x</b>b");
 }
 
 void TestBasicTools::stringHtmlMatch()
