@@ -25,7 +25,6 @@ private slots:
     void noAssociationOpensWithXdgOpen();
     void viewMissingDocumentStartsNothing();
     void viewFailureLogsCommand();
-    void instanceIsRegistered();
 
 private:
     /// Makes the desktop answer `desktopId` for PDF documents, with a desktop entry whose Exec line is `exec`.
@@ -215,16 +214,6 @@ void TestExternPDF::viewFailureLogsCommand()
         QCOMPARE(message.category, QStringLiteral("core.debLevel.low"));
         QCOMPARE(message.type, QtDebugMsg);
     }
-}
-
-void TestExternPDF::instanceIsRegistered()
-{
-    associate("kiv-viewer.desktop", "Exec=/nonexistent/evince %U");
-    ExternPDF* first = ExternPDF::instance(m_document);
-    QCOMPARE(first->objectName(), QStringLiteral("___ExternPDF___"));
-    QCOMPARE(Global::instance()->getSelf(QStringLiteral("___ExternPDF___")), first);
-    QCOMPARE(ExternPDF::instance(QStringLiteral("/elsewhere/other.pdf")), first);
-    QCOMPARE(first->commandFor(QStringLiteral("d"), QStringLiteral("manual.pdf")).arguments.last(), m_document);
 }
 
 QTEST_GUILESS_MAIN(TestExternPDF)

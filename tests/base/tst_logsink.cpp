@@ -5,17 +5,11 @@
 #include "base/FileRotationLogSink_p.h"
 #include "base/Global.h"
 
-#include <QDesktopServices>
 #include <QGuiApplication>
-#include <QMetaMethod>
 #include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <cstdio>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -27,16 +21,6 @@ QByteArray readAll(const QString& path)
 
 } // namespace
 
-/// Stands in for the desktop's handler of local files.
-class UrlRecorder : public QObject
-{
-    Q_OBJECT
-public:
-    QList<QUrl> urls;
-public slots:
-    void open(const QUrl& url) { urls.append(url); }
-};
-
 class TestLogSink : public QObject
 {
     Q_OBJECT
@@ -47,13 +31,8 @@ private slots:
     void startHeader_data();
     void startHeader();
     void appendsToExistingFile();
-    void paths();
     void rotatesOnlyAboveLimit();
-    void twoRotationsKeepOneBackup();
     void copyToTempWithBackup();
-    void copyToTempWithoutBackup();
-    void copyToTempTextSlotOpens();
-    void slotOrder();
     void uncreatableDirectory();
     void directoryListing();
 
@@ -150,28 +129,6 @@ void TestLogSink::appendsToExistingFile()
     QVERIFY(text.endsWith(QByteArray(79, '_') + "\n\nnew line\n")); // the destructor flushes
 }
 
-void TestLogSink::paths()
-{
-    // The trace line goes to the process' standard error: catch it in a file.
-    const QString tracePath = m_root.path() + QLatin1String("/stderr.txt");
-    std::fflush(stderr);
-    const int savedStderr = ::dup(2);
-    const int traceFd = ::open(QFile::encodeName(tracePath).constData(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-    QVERIFY(savedStderr >= 0 && traceFd >= 0);
-    ::dup2(traceFd, 2);
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100);
-    std::fflush(stderr);
-    ::dup2(savedStderr, 2);
-    ::close(savedStderr);
-    ::close(traceFd);
-    QCOMPARE(readAll(tracePath),
-        QByteArray(
-            "FileRotationLogSink::FileRotationLogSink(QString, size_t) app.log Home: " + m_home.toLocal8Bit() + "\n"));
-    QCOMPARE(sink.filePath(), QString(m_home + QLatin1String("/app.log")));
-    QCOMPARE(sink.fileName(), QStringLiteral("app.log"));
-    QVERIFY(sink.qt_metacast("FileRotationLogSink"));
-}
-
 void TestLogSink::rotatesOnlyAboveLimit()
 {
     const QString live = m_home + QLatin1String("/app.log");
@@ -197,21 +154,6 @@ void TestLogSink::rotatesOnlyAboveLimit()
     *stream << "after rotation\n"; // the stream survives the rotation
     sink.flush();
     QCOMPARE(QString::fromUtf8(readAll(live)), QString(fresh + QLatin1String("after rotation\n")));
-}
-
-void TestLogSink::twoRotationsKeepOneBackup()
-{
-    const QString live = m_home + QLatin1String("/app.log");
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100);
-    QTextStream* stream = sink.getCurrentStream();
-    *stream << QString(120, QLatin1Char('a'));
-    sink.flush();
-    const QByteArray dateLine = readAll(live);
-    *stream << QString(120, QLatin1Char('b'));
-    sink.flush();
-    QCOMPARE(readAll(live + QLatin1String(".bak")), QByteArray(dateLine + QByteArray(120, 'b')));
-    QCOMPARE(
-        QDir(m_home).entryList(QDir::Files), QStringList({QStringLiteral("app.log"), QStringLiteral("app.log.bak")}));
 }
 
 void TestLogSink::copyToTempWithBackup()
@@ -240,41 +182,6 @@ void TestLogSink::copyToTempWithBackup()
         QLatin1String(" Directory of ") + QCoreApplication::applicationDirPath() + QLatin1String("\n\n")));
     QVERIFY(listing.contains(
         QLatin1Char(' ') + QFileInfo(QCoreApplication::applicationFilePath()).fileName() + QLatin1Char('\n')));
-}
-
-void TestLogSink::copyToTempWithoutBackup()
-{
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100000);
-    *sink.getCurrentStream() << "not flushed yet\n";
-    LogCapture log;
-    const QString report = QString::fromUtf8(readAll(sink.copyToTemp(false)));
-    const QString liveText = QString::fromUtf8(readAll(sink.filePath()));
-    QVERIFY(liveText.endsWith(QLatin1String("not flushed yet\n")));
-    QVERIFY(report.startsWith(liveText + separatorLine()));
-    QVERIFY(log.texts().isEmpty());
-}
-
-void TestLogSink::copyToTempTextSlotOpens()
-{
-    UrlRecorder recorder;
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &recorder, "open");
-    FileRotationLogSink sink(QStringLiteral("app.log"), 100000);
-    sink.copyToTemp(QString("x"));
-    const QString target = sink.copyToTemp(true);
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    QCOMPARE(recorder.urls, QList<QUrl>({QUrl::fromLocalFile(target), QUrl::fromLocalFile(target)}));
-    QVERIFY(QFile::exists(target));
-}
-
-void TestLogSink::slotOrder()
-{
-    const QMetaObject& meta = FileRotationLogSink::staticMetaObject;
-    QStringList methods;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        methods << QString::fromLatin1(meta.method(i).methodSignature());
-    QCOMPARE(methods,
-        QStringList({QStringLiteral("flush()"), QStringLiteral("copyToTemp(bool)"), QStringLiteral("copyToTemp()"),
-            QStringLiteral("copyToTemp(QString)")}));
 }
 
 void TestLogSink::uncreatableDirectory()

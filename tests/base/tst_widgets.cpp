@@ -14,7 +14,6 @@ class TestWidgets : public QObject
     Q_OBJECT
 
 private slots:
-    void lineEditCursorWidth();
     void dockShading_data();
     void dockShading();
 
@@ -22,26 +21,6 @@ private:
     /// A 100 x 80 widget that draws only a black 10 x 10 square at (40, 30), rendered with `effect`.
     static QImage render(QGraphicsOpacityEffect* effect);
 };
-
-/// A base style answering 7 for every metric, so that the proxy's own answer stands out.
-class SevenStyle : public QProxyStyle
-{
-public:
-    SevenStyle()
-        : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion")))
-    { }
-    int pixelMetric(PixelMetric, const QStyleOption* = nullptr, const QWidget* = nullptr) const override { return 7; }
-};
-
-void TestWidgets::lineEditCursorWidth()
-{
-    LineEditStyle style(new SevenStyle); // takes ownership
-    QCOMPARE(QStyle::PixelMetric(85), QStyle::PM_TextCursorWidth);
-    QCOMPARE(style.pixelMetric(QStyle::PixelMetric(85)), 1);
-    for (QStyle::PixelMetric other : {QStyle::PM_TabBar_ScrollButtonOverlap, QStyle::PM_TabCloseIndicatorWidth,
-             QStyle::PM_ButtonMargin, QStyle::PM_DefaultFrameWidth})
-        QCOMPARE(style.pixelMetric(other), 7);
-}
 
 class SquareWidget : public SpacerWidget
 {

@@ -30,7 +30,6 @@ private slots:
     void objectIndex();
     void infoWithoutVendor();
     void nullDescriptionsPrintNull();
-    void subItemPositions();
     void replacingSettersFreeTheOldChild();
 };
 
@@ -138,20 +137,6 @@ void TestEsiModel::nullDescriptionsPrintNull()
     QJsonObject json;
     info.toJson(json);
     QCOMPARE(json, (QJsonObject {{"EtherCATInfo", QJsonArray()}, {"VID", 2}, {"Icon", "0A0B"}}));
-}
-
-void TestEsiModel::subItemPositions()
-{
-    ESIXmlObjectInfo info;
-    info.setDefaultValue(-1);
-    for (const char* name : {"first", "second"}) {
-        auto* item = new ESIXmlSubItem;
-        item->setName(name);
-        info.addSubItem(item);
-    }
-    const QString expected = lines({"  Info", "  {", "  \tDefault Value: -1", "  \tSubItem[0]", "  \t{",
-        "  \t\tName: first", "  \t}", "  \tSubItem[1]", "  \t{", "  \t\tName: second", "  \t}", "  }"});
-    KIV_COMPARE_TEXT(info.toString("  "), expected);
 }
 
 void TestEsiModel::replacingSettersFreeTheOldChild()

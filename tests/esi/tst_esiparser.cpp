@@ -21,30 +21,7 @@ using EsiTest::lines;
 
 namespace {
 
-const QByteArray smallFile = R"(<?xml version="1.0"?>
-<EtherCATInfo>
- <Vendor><Id>#x000004D2</Id><Name>V</Name><Comment>C</Comment><ImageData16x14>0A0B</ImageData16x14></Vendor>
- <Descriptions>
-  <Groups><Group><Type>G</Type><Name LcId="1031">Gruppe</Name><Name LcId="1033">Group</Name></Group></Groups>
-  <Devices>
-   <Device Physics="YY">
-    <Type ProductCode="#x00000010" RevisionNo="#x00000002">T1</Type>
-    <Name>Dev</Name>
-    <Profile><ProfileNo>5001</ProfileNo><Dictionary>
-     <DataTypes><DataType><Name>DT</Name><BitSize>16</BitSize>
-      <SubItem><SubIdx>1</SubIdx><Name>S</Name><Type>UINT</Type><BitSize>8</BitSize><BitOffs>8</BitOffs><Flags>ro</Flags></SubItem>
-     </DataType></DataTypes>
-     <Objects><Object><Index>#x1A00</Index><Name>O</Name><Type>DT</Type><BitSize>16</BitSize>
-      <Info><DefaultValue>#x00000010</DefaultValue><SubItem><Name>A</Name></SubItem>
-       <SubItem><Name>B</Name><Info><DefaultValue>#x5</DefaultValue></Info></SubItem></Info>
-      <Flags><Access>ro</Access></Flags></Object></Objects>
-    </Dictionary></Profile>
-    <RxPdo><Index>#x1600</Index><Name>Out</Name></RxPdo>
-   </Device>
-  </Devices>
- </Descriptions>
-</EtherCATInfo>
-)";
+const QByteArray smallFile = TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/reference/inputs/esi-small.xml"));
 
 QByteArray deviceFile(const QByteArray& deviceBody)
 {
@@ -65,8 +42,6 @@ class TestEsiParser : public QObject
 {
     Q_OBJECT
 private slots:
-    void smallFileDebugText();
-    void smallFileJson();
     void smallFileLog();
     void englishName_data();
     void englishName();
@@ -77,65 +52,10 @@ private slots:
     void unknownChildren_data();
     void unknownChildren();
     void skipCountsNoNesting();
-    void truncatedFileGivesNull();
     void largePdoSectionsLeaveNoTrace();
     void laterRootReplacesEarlier();
     void unknownRootGivesNull();
-    void exampleFile();
 };
-
-void TestEsiParser::smallFileDebugText()
-{
-    LogCapture log;
-    const auto info = EsiTest::parse(smallFile);
-    QVERIFY(info);
-    const QString expected = "\tEtherCATInfo\n{"
-        + lines({"\tVendor", "\t{", "\t\tId: #x000004D2", "\t\tName: V", "\t\tComment: C", "\t}", //
-            "\tDescriptions", "\t{", //
-            "\t\tGroup", "\t\t{", "\t\t\tType: G", "\t\t\tName: Group", "\t\t}", //
-            "\t\tDevice", "\t\t{", "\t\t\tPhysics: YY", "\t\t\tType: T1", "\t\t\tProductCode: #x00000010",
-            "\t\t\tRevisionNo: #x00000002", "\t\t\tName: Dev", //
-            "\t\t\tProfile", "\t\t\t{", "\t\t\t\tProfileNo: 5001", //
-            "\t\t\t\tDictionary", "\t\t\t\t\tDataTypes{", //
-            "\t\t\t\t\t\tDataType", "\t\t\t\t\t\t{", "\t\t\t\t\t\t\tName: DT", "\t\t\t\t\t\t\tBitSize: 16",
-            "\t\t\t\t\t\t\tSubItem", "\t\t\t\t\t\t\t{", "\t\t\t\t\t\t\t\tName: S", "\t\t\t\t\t\t\t\tType: UINT",
-            "\t\t\t\t\t\t\t\tBitSize: 8", "\t\t\t\t\t\t\t\tBitOffs: 8", "\t\t\t\t\t\t\t\tFlags: ro", "\t\t\t\t\t\t\t}",
-            "\t\t\t\t\t\t}", //
-            "\t\t\t\t}", "\t\t\t\t\tObjects{", //
-            "\t\t\t\t\t\tObject", "\t\t\t\t\t\t{", "\t\t\t\t\t\t\tIndex: #x1A00", "\t\t\t\t\t\t\tName: O",
-            "\t\t\t\t\t\t\tType: DT", "\t\t\t\t\t\t\tBitSize: 16", //
-            "\t\t\t\t\t\t\tInfo", "\t\t\t\t\t\t\t{", "\t\t\t\t\t\t\t\tDefault Value: 16", //
-            "\t\t\t\t\t\t\t\tSubItem[0]", "\t\t\t\t\t\t\t\t{", "\t\t\t\t\t\t\t\t\tName: A", "\t\t\t\t\t\t\t\t}",
-            "\t\t\t\t\t\t\t\tSubItem[1]", "\t\t\t\t\t\t\t\t{", "\t\t\t\t\t\t\t\t\tName: B", "\t\t\t\t\t\t\t\t}",
-            "\t\t\t\t\t\t\t}", "\t\t\t\t\t\t}", //
-            "\t\t\t\t}", //
-            "\t\t\t}", "\t\t}", "\t}", "}"});
-    KIV_COMPARE_TEXT(info->toString(), expected);
-}
-
-void TestEsiParser::smallFileJson()
-{
-    LogCapture log;
-    const auto info = EsiTest::parse(smallFile);
-    QVERIFY(info);
-    QJsonObject json;
-    info->toJson(json);
-    const QJsonObject expected = QJsonDocument::fromJson(R"({
-        "VID": 1234, "Icon": "0A0B",
-        "EtherCATInfo": [ { "Descriptions": [ {
-            "ProductCode": 16, "RevisionNo": 2,
-            "Device": [ {
-                "ProfileNo": "5001",
-                "Dictionary": [ { "Name": "O", "Index": 6656, "BitSize": 16, "DefaultValue": 16, "Info": ["A", "B"] } ],
-                "__Dictionary": [ { "Name": "DT", "BitSize": 16,
-                    "SubItem": [ { "Name": "S", "Type": "UINT", "BitSize": 8, "BitOffs": 8 } ] } ]
-            } ]
-        } ] } ]
-    })")
-                                     .object();
-    QVERIFY(!expected.isEmpty());
-    QCOMPARE(json, expected);
-}
 
 void TestEsiParser::smallFileLog()
 {
@@ -269,20 +189,6 @@ void TestEsiParser::skipCountsNoNesting()
     QCOMPARE(firstDevice(info.get())->getGroupType(), QString("g"));
 }
 
-void TestEsiParser::truncatedFileGivesNull()
-{
-    // Every cut before the root's end tag is complete: each enclosing parser meets the end of the document
-    // and discards what it built (the sanitizer build checks that nothing leaks).
-    const int complete = smallFile.indexOf("</EtherCATInfo>") + int(qstrlen("</EtherCATInfo>"));
-    LogCapture log;
-    for (int size = 0; size < complete; ++size) {
-        const auto info = EsiTest::parse(smallFile.left(size));
-        if (info)
-            QFAIL(qPrintable(QString("a cut after %1 bytes gave a result").arg(size)));
-    }
-    QVERIFY(EsiTest::parse(smallFile.left(complete)));
-}
-
 void TestEsiParser::largePdoSectionsLeaveNoTrace()
 {
     QByteArray pdos;
@@ -331,54 +237,6 @@ void TestEsiParser::unknownRootGivesNull()
             "ESIXmlParser::parseInfo() is Characters:  \"5\"", "ESIXmlParser::parseInfo() is EndElement:  \"Id\"",
             "ESIXmlParser::parseInfo() is EndElement:  \"Vendor\"",
             "ESIXmlParser::parseInfo() is EndElement:  \"EtherCATModule\""}));
-}
-
-void TestEsiParser::exampleFile()
-{
-    const QByteArray xml = TestXml::readFile(QStringLiteral(KIVCORE_EXAMPLES_DIR "/esi/kiv-vendor-esi.xml"));
-    QVERIFY(!xml.isEmpty());
-    LogCapture log;
-    QString fileLine;
-    const auto info = EsiTest::parse(xml, &fileLine);
-    QVERIFY(info);
-    QCOMPARE(log.texts(), QStringList {fileLine});
-    QCOMPARE(info->getVendor()->id(), 0xA7Cu);
-    QCOMPARE(info->getVendor()->getName(), QString("Kivotronic Example GmbH"));
-    const ESIXmlDescriptions* descriptions = info->getDescriptions().first();
-    QCOMPARE(descriptions->getGroups().first()->getName(), QString("Stepper drives"));
-    const QList<ESIXmlDevice*>& devices = descriptions->getDevices();
-    QCOMPARE(devices.size(), 2);
-    QCOMPARE(devices.at(0)->getName(), QString("KIV-1401 Stepper drive, 1 axis"));
-    QCOMPARE(devices.at(1)->getName(), QString("KIV-1402 Stepper drive, 2 axes"));
-    QCOMPARE(devices.at(1)->getProfiles().size(), 0);
-    const ESIXmlDictionary* dictionary = devices.at(0)->getProfiles().first()->getDictionary();
-    QCOMPARE(dictionary->getDataTypes().size(), 2);
-    QCOMPARE(dictionary->getObjects().size(), 3);
-
-    QJsonObject json;
-    info->toJson(json);
-    const QJsonObject expected = QJsonDocument::fromJson(R"({
-        "VID": 2684, "Icon": "424D36030000",
-        "EtherCATInfo": [ { "Descriptions": [
-            { "ProductCode": 66561, "RevisionNo": 131075, "Device": [ {
-                "ProfileNo": "402",
-                "Dictionary": [
-                    { "Name": "Device type", "Index": 4096, "BitSize": 32, "DefaultValue": 131474, "Info": [] },
-                    { "Name": "Identity", "Index": 4120, "BitSize": 144, "DefaultValue": 0,
-                      "Info": ["SubIndex 000", "Vendor ID"] },
-                    { "Name": "Controlword", "Index": 24640, "BitSize": 16, "DefaultValue": 0, "Info": [] } ],
-                "__Dictionary": [
-                    { "Name": "UDINT", "BitSize": 32, "SubItem": [] },
-                    { "Name": "DT1018", "BitSize": 144, "SubItem": [
-                        { "Name": "SubIndex 000", "Type": "USINT", "BitSize": 8, "BitOffs": 0 },
-                        { "Name": "Vendor ID", "Type": "UDINT", "BitSize": 32, "BitOffs": 16 } ] } ]
-            } ] },
-            { "ProductCode": 66562, "RevisionNo": 65536, "Device": [] }
-        ] } ]
-    })")
-                                     .object();
-    QVERIFY(!expected.isEmpty());
-    QCOMPARE(json, expected);
 }
 
 QTEST_GUILESS_MAIN(TestEsiParser)

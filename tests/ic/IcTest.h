@@ -37,7 +37,4 @@ private:
     bool m_hasRange = false;
 };
 
-inline const QString kWide = QStringLiteral(
-    "\n<table width=\"100%\" border=\"1\" border-style=\"solid\" cellspacing=\"2\" cellpadding=\"5\">");
-
 } // namespace IcTest

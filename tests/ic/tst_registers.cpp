@@ -2,9 +2,11 @@
 #include "LogCapture.h"
 #include "TestXml.h"
 
-#include "ic/XmlGroup.h"
+#include "ic/XmlProductIC.h"
 #include "ic/XmlRegisterSet.h"
 #include "ic/XmlRegisterVariant.h"
+#include "ic/XmlRegisterVariantImpactedBy.h"
+#include "ic/XmlRegisterVariantImpacts.h"
 #include "ic/XmlValueRegister.h"
 #include "ic/XmlValueRegisterField.h"
 #include "product/KIVXmlParser.h"
@@ -12,6 +14,21 @@
 #include <QtTest>
 
 #include <memory>
+
+// Registers, variants and fields: number conversions, masks, casts and access unions at their limits. The
+// rendered texts are compared whole in tst_references.
+
+using IcTest::FakeValue;
+
+namespace {
+
+template<typename T> std::unique_ptr<T> parse(T* (*function)(QXmlStreamReader*), const QByteArray& xml)
+{
+    TestXml::Reader reader(xml);
+    return std::unique_ptr<T>(function(reader));
+}
+
+} // namespace
 
 class TestRegisters : public QObject
 {
@@ -22,10 +39,16 @@ private slots:
     void fullAddressAndEightBitMap();
     void accessIsUnionOfVariants();
     void registerWithoutVariants();
-    void groupChildrenAreReported();
-    void registerSetUnknownChild();
-    void truncatedRegisterIsNull();
-    void registerSetDebugText();
+    void maskAndErrorMask_data();
+    void maskAndErrorMask();
+    void castedValue_data();
+    void castedValue();
+    void fieldAttributesAndChildren();
+    void variantUnion();
+    void impactsAndImpactedBy();
+    void withoutRegisterSet();
+    void defaultsOfWideRegisters_data();
+    void defaultsOfWideRegisters();
 };
 
 void TestRegisters::registerAttributes_data()
@@ -50,9 +73,7 @@ void TestRegisters::registerAttributes()
     QFETCH(uint, address);
     QFETCH(int, size);
     QFETCH(uint, group);
-    TestXml::Reader reader(xml);
-    std::unique_ptr<XmlValueRegister> reg(KIVXmlParser::parseValueRegister(reader));
-    QVERIFY(reg);
+    auto reg = parse(&KIVXmlParser::parseValueRegister, xml);
     QCOMPARE(reg->address(), address);
     QCOMPARE(reg->getSize(), size);
     QCOMPARE(reg->getGroupID(), group);
@@ -61,15 +82,14 @@ void TestRegisters::registerAttributes()
 
 void TestRegisters::fullAddressAndEightBitMap()
 {
-    TestXml::Reader reader("<register_set><value_register address=\"0x101\" name=\"high\"/>"
-                           "<value_register address=\"0x01\" name=\"low\"/>"
-                           "<value_register address=\"0x101\" name=\"again\"/></register_set>");
-    std::unique_ptr<XmlRegisterSet> set(KIVXmlParser::parseRegisterSet(reader));
-    QVERIFY(set);
+    auto set = parse(&KIVXmlParser::parseRegisterSet,
+        "<register_set><value_register address=\"0x101\" name=\"high\"/><value_register address=\"0x01\" name=\"low\"/>"
+        "<value_register address=\"0x101\" name=\"again\"/></register_set>");
     QCOMPARE(set->getRegisters()->size(), 3);
     QCOMPARE(set->getRegister(0x101)->name(), QStringLiteral("high"));
     QCOMPARE(set->getRegister(0x01)->name(), QStringLiteral("low"));
     QVERIFY(!set->getRegister(0x02));
+    // The map is keyed by the low 8 bits; the last register of a key wins.
     QCOMPARE(set->getRegistersMap()->size(), 1);
     QCOMPARE(set->getRegistersMap()->value(0x01)->name(), QStringLiteral("again"));
     set->appendValueRegister(nullptr);
@@ -101,58 +121,185 @@ void TestRegisters::registerWithoutVariants()
     QCOMPARE(reg.getStringFromValue(0), QStringLiteral("0"));
     QCOMPARE(reg.getStringFromValue(255), QStringLiteral("FF"));
     QCOMPARE(reg.getStringFromValue(0x1ABCDEF01ull), QStringLiteral("1ABCDEF01"));
-    KIV_COMPARE_TEXT(reg.toHtml(),
-        IcTest::kWide
-            + QStringLiteral("\n<tr>\n<td width=\"10%\">Address</td>\n<td>Name</td>\n<td>Size</td>\n<td>Group(s)</td>"
-                             "\n</tr>\n<tr>\n<td>16 (0x10)</td>\n<td width=\"10%\">R</td>\n<td width=\"10%\">8</td>"
-                             "\n<td>(2)</td>\n</tr>\n</table>"));
-    XmlValueRegister wide(0x1234, QString(), 0, 0);
-    QVERIFY(wide.toHtml().contains(QLatin1String("<td>4660 (0x1234)</td>")));
+    QVERIFY(reg.toHtml().contains(QLatin1String("<td>16 (0x10)</td>")));
+    QVERIFY(XmlValueRegister(0x1234, QString(), 0, 0).toHtml().contains(QLatin1String("<td>4660 (0x1234)</td>")));
 }
 
-void TestRegisters::groupChildrenAreReported()
+void TestRegisters::maskAndErrorMask_data()
 {
-    LogCapture log;
-    TestXml::Reader reader("<group name=\"Motor\" id=\"0x10\"><a/><b><c/></b></group>");
-    std::unique_ptr<XmlGroup> group(KIVXmlParser::parseGroup(reader));
-    QVERIFY(group);
-    QCOMPARE(group->getName(), QStringLiteral("Motor"));
-    QCOMPARE(group->getID(), 16u);
-    const QString sig = QStringLiteral("static XmlGroup* KIVXmlParser::parseGroup(QXmlStreamReader*) ");
-    QCOMPARE(log.texts(), QStringList({sig + "\"a\"", sig + "\"b\"", sig + "\"c\""}));
+    QTest::addColumn<QString>("mask");
+    QTest::addColumn<int>("shift");
+    QTest::addColumn<qulonglong>("value");
+    QTest::addColumn<bool>("error");
+    QTest::newRow("0x0000FF00 >> 8") << "0x0000FF00" << 8 << 65280ull << false;
+    QTest::newRow("0x0000FF00 >> 7") << "0x0000FF00" << 7 << 65280ull << true;
+    QTest::newRow("hole") << "F0F" << 0 << 3855ull << true;
+    QTest::newRow("bit 31") << "80000000" << 31 << 0x80000000ull << false;
+    QTest::newRow("64 bits") << "FFFF000000000000" << 48 << 0xFFFF000000000000ull << false;
+    QTest::newRow("zero with shift 1") << "0" << 1 << 0ull << false;
+    QTest::newRow("zero with shift 0") << "0" << 0 << 0ull << true;
+    QTest::newRow("not hex") << "zz" << 0 << 0ull << true;
 }
 
-void TestRegisters::registerSetUnknownChild()
+void TestRegisters::maskAndErrorMask()
 {
-    LogCapture log;
-    TestXml::Reader reader("<register_set><junk/><value_register><odd/></value_register></register_set>");
-    std::unique_ptr<XmlRegisterSet> set(KIVXmlParser::parseRegisterSet(reader));
-    QVERIFY(set);
-    QCOMPARE(log.texts(),
-        QStringList({QStringLiteral(
-                         "static XmlRegisterSet* KIVXmlParser::parseRegisterSet(QXmlStreamReader*) could not parse: "
-                         "\"junk\""),
-            QStringLiteral("static XmlValueRegister* KIVXmlParser::parseValueRegister(QXmlStreamReader*) \"odd\"")}));
+    QFETCH(QString, mask);
+    QFETCH(int, shift);
+    QFETCH(qulonglong, value);
+    QFETCH(bool, error);
+    XmlValueRegisterField field(QStringLiteral("f"), shift, mask, QString(), QString());
+    QCOMPARE(field.getMaskValue(), value);
+    QCOMPARE(field.getMaskAsString(), mask);
+    QCOMPARE(field.getErrorMask(), error);
+    field.setMaskString(QStringLiteral("1"));
+    QCOMPARE(field.getMaskValue(), value); // the text only
+    QCOMPARE(field.getErrorMask(), error);
 }
 
-void TestRegisters::truncatedRegisterIsNull()
+void TestRegisters::castedValue_data()
 {
-    TestXml::Reader reader("<value_register address=\"1\"><register_variant name=\"v\">"
-                           "<value_register_field name=\"f\" mask=\"1\">");
-    QVERIFY(!KIVXmlParser::parseValueRegister(reader));
+    QTest::addColumn<QString>("mask");
+    QTest::addColumn<int>("shift");
+    QTest::addColumn<int>("type"); // -1: no descriptor
+    QTest::addColumn<uint>("registerValue");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("16-bit signed") << "FFFF0000" << 16 << 0 << 0xFFFE0000u << -2;
+    QTest::newRow("16-bit unsigned") << "FFFF0000" << 16 << 1 << 0xFFFE0000u << 65534;
+    QTest::newRow("16-bit choice is raw") << "FFFF0000" << 16 << 3 << 0xFFFE0000u << -2;
+    QTest::newRow("16-bit low signed") << "FFFF" << 0 << 0 << 0x12348001u << -32767;
+    QTest::newRow("16-bit low unsigned") << "FFFF" << 0 << 1 << 0x12348001u << 32769;
+    QTest::newRow("bit 31 sign fill") << "80000000" << 31 << -1 << 0x80000000u << -1;
+    QTest::newRow("two top bits sign fill") << "C0000000" << 30 << -1 << 0xC0000000u << -1;
+    QTest::newRow("nibble") << "F0" << 4 << -1 << 0xABu << 10;
+    QTest::newRow("8-bit signed not extended") << "FF00" << 8 << 0 << 0xFF00u << 255;
+    QTest::newRow("high bits of a 64-bit mask ignored") << "1FFFFFFFF" << 0 << 1 << 0x7u << 7;
+    QTest::newRow("shift out of range") << "FF" << 40 << 1 << 0xFFu << 0;
 }
 
-void TestRegisters::registerSetDebugText()
+void TestRegisters::castedValue()
 {
-    TestXml::Reader reader("<register_set for=\"KIV\" name=\"regs\"><group name=\"A\" id=\"1\"/>"
-                           "<group name=\"B\" id=\"2\"/><value_register address=\"0x20\" name=\"R\" size=\"16\" "
-                           "group=\"1\"><register_variant name=\"v\"/></value_register></register_set>");
-    std::unique_ptr<XmlRegisterSet> set(KIVXmlParser::parseRegisterSet(reader));
-    QVERIFY(set);
-    KIV_COMPARE_TEXT(set->toString(),
-        QStringLiteral("XmlRegisterSet(for: KIV, name: regs)\n{\n\tXmlGroup(name: A, id: 1)\n"
-                       "\tXmlGroup(name: B, id: 2)\n\tXmlValueRegister(address: 32, name: R, size: 16, group: 1)\n"
-                       "\t{\n\t\tXmlRegisterVariant(name: v), access: )\n\t\t{\n\t\t}\n\t}\n}"));
+    QFETCH(QString, mask);
+    QFETCH(int, shift);
+    QFETCH(int, type);
+    QFETCH(uint, registerValue);
+    QFETCH(int, expected);
+    XmlValueRegisterField field(QStringLiteral("f"), shift, mask, QString(), QString());
+    if (type >= 0)
+        field.setValue(new FakeValue(type));
+    QCOMPARE(XmlValueRegisterField::getCastedRegisterFieldValue(&field, int(registerValue)), expected);
+}
+
+void TestRegisters::fieldAttributesAndChildren()
+{
+    auto bare = parse(&KIVXmlParser::parseValueRegisterField,
+        "<value_register_field name=\"a\\x26b\" shift=\"2\" mask=\"0x0C\" desc_short=\"\\u00b0C\"/>");
+    QCOMPARE(bare->getName(), QStringLiteral("a&b"));
+    QCOMPARE(bare->getShift(), 2);
+    QCOMPARE(bare->getMaskValue(), 12ull);
+    QCOMPARE(bare->getDescription(), QString::fromUtf8("°C"));
+    QCOMPARE(bare->getDescriptionLong(), QString::fromUtf8("°C")); // falls back to the short one
+    QCOMPARE(bare->getType(), 6);
+    QCOMPARE(bare->getAccess(), 0);
+    QCOMPARE(bare->getStringFromValue(5), QStringLiteral("unknown"));
+    bare->setName(QStringLiteral("x\\x26y")); // the setter stores the text as given
+    QCOMPARE(bare->getName(), QStringLiteral("x\\x26y"));
+
+    // Range and access come from the descriptor; alerts go with the field.
+    auto field = parse(&KIVXmlParser::parseValueRegisterField,
+        "<value_register_field name=\"f\" mask=\"F\" desc_long=\"long\"><value_signed min=\"-4\" max=\"3\" "
+        "access=\"rw\"/><value_alert text=\"one\"/><value_alert text=\"two\"/></value_register_field>");
+    QCOMPARE(field->getMin(), -4ll);
+    QCOMPARE(field->getMax(), 3ll);
+    QCOMPARE(field->getAccess(), 3);
+    QCOMPARE(field->getAccessAsString(), QStringLiteral("rw")); // as the descriptor holds it
+    QCOMPARE(field->getDescriptionLong(), QStringLiteral("long"));
+    QCOMPARE(field->getAlerts().size(), 2);
+    field->removeAlert(field->getAlerts().first());
+    QCOMPARE(field->getAlerts().size(), 1);
+}
+
+void TestRegisters::variantUnion()
+{
+    XmlRegisterVariant variant(QStringLiteral("v"));
+    auto* read = new XmlValueRegisterField(QStringLiteral("a"), 0, QStringLiteral("3"), QString(), QString());
+    read->setValue(new FakeValue(1, {}, QStringLiteral("R")));
+    auto* write = new XmlValueRegisterField(QStringLiteral("b"), 8, QStringLiteral("F00"), QString(), QString());
+    write->setValue(new FakeValue(1, {}, QStringLiteral("W")));
+    variant.appendField(read);
+    variant.appendField(nullptr);
+    variant.appendField(write);
+    QCOMPARE(variant.getRegisterFields()->size(), 2);
+    QCOMPARE(variant.getAccess(), 3);
+    QCOMPARE(variant.getAccessAsString(), QStringLiteral("RW"));
+    QCOMPARE(variant.getMaskValue(), 0xF03ull);
+    variant.setAccessString(QStringLiteral("xr"));
+    QCOMPARE(variant.getAccessAsString(), QStringLiteral("RX"));
+    QCOMPARE(variant.getStringFromValue(1), QStringLiteral("unknown"));
+    variant.appendImpacts(new XmlRegisterVariantImpacts(1));
+    variant.clearImpacts();
+    QVERIFY(variant.getImpacts()->isEmpty());
+}
+
+void TestRegisters::impactsAndImpactedBy()
+{
+    auto by = parse(&KIVXmlParser::parseRegisterVariantImpactedBy,
+        "<register_variant_impacted_by address=\"0x6B\" shift=\"1\" mask=\"0x06\" range_from=\"4294967296\" "
+        "range_to=\"4294967295\"/>");
+    QCOMPARE(by->getAddress(), 0x6Bu);
+    QCOMPARE(by->getMaskValue(), 6ull);
+    QCOMPARE(by->getMaskAsString(), QStringLiteral("0x06"));
+    QCOMPARE(by->getRangeFrom(), 0ull); // above 32 bits
+    QCOMPARE(by->getRangeTo(), 4294967295ull);
+    by->setMaskValue(0xab);
+    QCOMPARE(by->getMaskAsString(), QStringLiteral("AB"));
+    QCOMPARE(
+        parse(&KIVXmlParser::parseRegisterVariantImpacts, "<register_variant_impacts address=\"010\"/>")->getAddress(),
+        8u);
+}
+
+void TestRegisters::withoutRegisterSet()
+{
+    XmlProductIC ic;
+    const QString emptyMap = ic.toLaTeXRegisterMap();
+    QVERIFY(emptyMap.endsWith(QLatin1String("\\hline\n\\end{longtable}")));
+    ic.setRegisterSet(new XmlRegisterSet());
+    QCOMPARE(ic.toLaTeXRegisterMap(), emptyMap);
+    QVERIFY(ic.toLaTeXRegisterMapDefaults().endsWith(QLatin1String("\\endhead\n\\end{longtable}")));
+    XmlProductIC bare;
+    QCOMPARE(bare.toLaTeXRegisterOverviewByGroup(nullptr).count(QLatin1String("\\hexnum")), 0);
+    QCOMPARE(bare.toLaTeXRegisterOverview().count(QLatin1String("\\hexnum")), 0);
+}
+
+void TestRegisters::defaultsOfWideRegisters_data()
+{
+    QTest::addColumn<QByteArray>("size");
+    QTest::addColumn<QString>("digits");
+    QTest::newRow("8 bits") << QByteArray("8") << QStringLiteral("05");
+    QTest::newRow("63 bits") << QByteArray("63") << QStringLiteral("0000000000000005");
+    QTest::newRow("64 bits") << QByteArray("64") << QStringLiteral("0000000000000005");
+    // Values are 64 bits: a wider register is padded as 64 bits, however wide it claims to be.
+    QTest::newRow("65 bits") << QByteArray("65") << QStringLiteral("0000000000000005");
+    QTest::newRow("2000000000 bits") << QByteArray("2000000000") << QStringLiteral("0000000000000005");
+    QTest::newRow("largest int") << QByteArray("2147483647") << QStringLiteral("0000000000000005");
+    QTest::newRow("negative") << QByteArray("-7") << QStringLiteral("05");
+}
+
+void TestRegisters::defaultsOfWideRegisters()
+{
+    QFETCH(QByteArray, size);
+    QFETCH(QString, digits);
+    const QByteArray xml = "<product_ic name=\"W\"><register_set><value_register address=\"0x10\" name=\"W\" size=\""
+        + size
+        + "\"><register_variant name=\"V\"><value_register_field name=\"f\" mask=\"FF\"><value_unsigned "
+          "default=\"5\"/></value_register_field></register_variant></value_register></register_set></product_ic>";
+    const std::unique_ptr<XmlProductInterface> product = TestXml::parseProduct(xml);
+    auto* ic = qobject_cast<XmlProductIC*>(product.get());
+    QVERIFY(ic);
+    const QString text = ic->toLaTeXRegisterMapDefaults();
+    QVERIFY2(text.contains(QStringLiteral("{\\bf W} \\phantomsection \\label{REGISTER:W} & 0x\\hexnum{") + digits
+                 + QStringLiteral("} & ")),
+        qPrintable(text));
+    QVERIFY(text.size() < 2000);
 }
 
 QTEST_GUILESS_MAIN(TestRegisters)
