@@ -96,12 +96,12 @@ int runJson(const InputFile& input, const QString& output)
 int run(const Arguments& arguments)
 {
     const QString& command = arguments.command;
-    const Command* spec = findCommand(command);
-    if (arguments.operands.size() < spec->minOperands)
-        return usageError(command + QStringLiteral(" needs ") + QLatin1String(spec->needs), command);
-    if (spec->maxOperands >= 0 && arguments.operands.size() > spec->maxOperands)
+    const Command* definition = findCommand(command);
+    if (arguments.operands.size() < definition->minOperands)
+        return usageError(command + QStringLiteral(" needs ") + QLatin1String(definition->needs), command);
+    if (definition->maxOperands >= 0 && arguments.operands.size() > definition->maxOperands)
         return usageError(
-            QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(spec->maxOperands)), command);
+            QStringLiteral("unexpected argument ") + quoted(arguments.operands.at(definition->maxOperands)), command);
     if (command == QLatin1String("esi"))
         return runEsi(arguments);
 
