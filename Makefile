@@ -2,6 +2,8 @@
 JOBS ?= $(shell nproc)
 BUILD_TYPE ?= RelWithDebInfo
 CMAKE ?= cmake
+# Rebuilds after a change (and the four configurations CI builds) reuse earlier compiles when ccache is there.
+LAUNCHER := $(if $(shell command -v ccache 2>/dev/null),-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
 
 .PHONY: all deps build test test-asan test-tsan fuzz bench demo package package-test docs clean
 
@@ -11,20 +13,20 @@ deps:
 	@scripts/install-deps.sh build test
 
 build: deps
-	$(CMAKE) -S . -B build -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+	$(CMAKE) -S . -B build $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
 	$(CMAKE) --build build -j $(JOBS)
 
 test: build
 	cd build && ctest --output-on-failure -j $(JOBS)
 
 test-asan: deps
-	$(CMAKE) -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DKIVCORE_SANITIZE=ON
+	$(CMAKE) -S . -B build-asan $(LAUNCHER) -DCMAKE_BUILD_TYPE=Debug -DKIVCORE_SANITIZE=ON
 	$(CMAKE) --build build-asan -j $(JOBS)
 	cd build-asan && ctest --output-on-failure -j $(JOBS)
 
 # The suite under ThreadSanitizer (the thread test parses files on several threads at once).
 test-tsan: deps
-	$(CMAKE) -S . -B build-tsan -DCMAKE_BUILD_TYPE=Debug -DKIVCORE_TSAN=ON -DKIVCORE_BUILD_TOOLS=OFF
+	$(CMAKE) -S . -B build-tsan $(LAUNCHER) -DCMAKE_BUILD_TYPE=Debug -DKIVCORE_TSAN=ON -DKIVCORE_BUILD_TOOLS=OFF
 	$(CMAKE) --build build-tsan -j $(JOBS)
 	cd build-tsan && ctest --output-on-failure -j $(JOBS)
 
@@ -33,7 +35,7 @@ test-tsan: deps
 FUZZ_SECONDS ?= 300
 fuzz:
 	@scripts/install-deps.sh build fuzz
-	CC=clang CXX=clang++ $(CMAKE) -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKIVCORE_SANITIZE=ON \
+	CC=clang CXX=clang++ $(CMAKE) -S . -B build-fuzz $(LAUNCHER) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DKIVCORE_SANITIZE=ON \
 		-DKIVCORE_BUILD_FUZZ=ON -DKIVCORE_BUILD_TOOLS=OFF -DBUILD_TESTING=OFF
 	$(CMAKE) --build build-fuzz -j $(JOBS) --target fuzz_product fuzz_esi
 	@scripts/run-fuzzers.sh build-fuzz $(FUZZ_SECONDS)
@@ -42,7 +44,7 @@ fuzz:
 # ../shared/esi-samples is there); prints one table.
 bench:
 	@scripts/install-deps.sh build bench
-	$(CMAKE) -S . -B build-bench -DCMAKE_BUILD_TYPE=Release -DKIVCORE_BUILD_BENCH=ON -DKIVCORE_BUILD_TOOLS=OFF \
+	$(CMAKE) -S . -B build-bench $(LAUNCHER) -DCMAKE_BUILD_TYPE=Release -DKIVCORE_BUILD_BENCH=ON -DKIVCORE_BUILD_TOOLS=OFF \
 		-DBUILD_TESTING=OFF
 	$(CMAKE) --build build-bench -j $(JOBS) --target kivbench kivcatalogbench
 	@python3 bench/report.py build-bench/bench/kivbench build-bench/data ../shared/esi-samples
@@ -51,7 +53,7 @@ bench:
 # Only what the demo runs is built: the library and kivtool.
 demo:
 	@scripts/install-deps.sh build demo
-	$(CMAKE) -S . -B build -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+	$(CMAKE) -S . -B build $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
 	$(CMAKE) --build build -j $(JOBS) --target kivtool
 	@scripts/demo.sh build/tools/kivtool/kivtool out
 
@@ -62,7 +64,7 @@ package:
 	@scripts/install-deps.sh build package
 	CXXFLAGS="$$(dpkg-buildflags --get CXXFLAGS) $$(dpkg-buildflags --get CPPFLAGS)" \
 	LDFLAGS="$$(dpkg-buildflags --get LDFLAGS)" \
-	$(CMAKE) -S . -B build-package -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr -DKIVCORE_PACKAGING=ON \
+	$(CMAKE) -S . -B build-package $(LAUNCHER) -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX=/usr -DKIVCORE_PACKAGING=ON \
 		-DBUILD_TESTING=OFF
 	$(CMAKE) --build build-package -j $(JOBS)
 	cd build-package && cpack -G DEB
@@ -75,7 +77,7 @@ package-test: package
 # The API reference in build/docs/html; a Doxygen warning fails it.
 docs:
 	@scripts/install-deps.sh build docs
-	$(CMAKE) -S . -B build -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
+	$(CMAKE) -S . -B build $(LAUNCHER) -DCMAKE_BUILD_TYPE=$(BUILD_TYPE)
 	$(CMAKE) --build build --target docs
 
 clean:
