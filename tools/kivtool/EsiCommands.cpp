@@ -17,14 +17,6 @@
 
 #include <cstdio>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#define isatty _isatty
-#define fileno _fileno
-#else
-#include <unistd.h>
-#endif
-
 namespace {
 
 struct Subcommand
@@ -161,7 +153,7 @@ public:
     }
 
 private:
-    const bool m_terminal = isatty(fileno(stderr)) != 0;
+    const bool m_terminal = isTerminal(stderr);
     qint64 m_last = 0;
     bool m_shown = false;
 };

@@ -18,11 +18,6 @@
 
 namespace {
 
-bool isTerminal(std::FILE* stream)
-{
-    return isatty(fileno(stream)) != 0;
-}
-
 bool needsEscape(ushort c)
 {
     return (c < 0x20 && c != '\t' && c != '\n') || (c >= 0x7F && c <= 0x9F) || (c >= 0x202A && c <= 0x202E)
@@ -63,6 +58,11 @@ int writeDirectly(const QString& path, const QByteArray& bytes)
 }
 
 } // namespace
+
+bool isTerminal(std::FILE* stream)
+{
+    return isatty(fileno(stream)) != 0;
+}
 
 QString visibleControls(const QString& text)
 {

@@ -3,9 +3,14 @@
 #include <QByteArray>
 #include <QString>
 
+#include <cstdio>
+
 // Where kivtool's results and messages go. Results are UTF-8, written whole or reported as failed;
 // texts bound for a terminal show control characters as visible escapes, so a file's text cannot
 // retitle, clear or otherwise command the user's terminal.
+
+/// Whether `stream` (stdout, stderr) is a terminal, where progress lines and escapes make sense.
+bool isTerminal(std::FILE* stream);
 
 /// `text` with every control character but tab and newline (C0, DEL, C1, and the bidirectional
 /// overrides) written as a visible escape such as "\x1B" or "\u202E".
