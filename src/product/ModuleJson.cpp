@@ -14,7 +14,6 @@
 #include "product/XmlProductModule.h"
 #include "values/ValueJson_p.h"
 
-#include <QPair>
 
 using KivValueJson::array;
 using KivValueJson::texts;
@@ -115,48 +114,20 @@ QJsonObject driveConfiguration(XmlDriveConfiguration* configuration)
     };
 }
 
-/// Hardware and software version. The model gives them only joined, "HW: <hardware>; SW: <software>". With
-/// one separator in it the split is plain; when a version text holds the separator itself, the debug text,
-/// which writes the two on lines of their own after the name lines, tells which occurrence is the real one.
-QPair<QString, QString> versionTexts(XmlProductModule* module)
-{
-    const QString version = module->getVersion();
-    const QLatin1String separator("; SW: ");
-    const int prefix = 4; // "HW: "
-    int split = version.indexOf(separator, prefix);
-    if (version.indexOf(separator, split + 1) >= 0) {
-        const QString debugText = module->toString();
-        const QString head = QLatin1String("Product: MODULE\nName: ") + module->getName()
-            + QLatin1String("\nNameInFWVersion: ") + module->getNameInFirmwareVersion()
-            + QLatin1String("\nNameFWType: ") + module->getNameOfFirmwareType() + QLatin1String("\nHardwareVersion: ");
-        const QStringRef afterHead = debugText.midRef(head.size());
-        for (int at = split; at >= 0; at = version.indexOf(separator, at + 1)) {
-            const QString lines = version.midRef(prefix, at - prefix) + QLatin1String("\nSoftwareVersion: ")
-                + version.midRef(at + separator.size());
-            if (afterHead.startsWith(lines)) {
-                split = at;
-                break;
-            }
-        }
-    }
-    return qMakePair(version.mid(prefix, split - prefix), version.mid(split + separator.size()));
-}
-
 } // namespace
 
 QJsonObject ModuleJson::toJson(XmlProductModule* module)
 {
     if (!module)
         return {};
-    const QPair<QString, QString> versions = versionTexts(module);
     return {
         {QStringLiteral("product"), QStringLiteral("module")},
         {QStringLiteral("name"), module->getName()},
         {QStringLiteral("nameInFirmwareVersion"), module->getNameInFirmwareVersion()},
         {QStringLiteral("nameOfFirmwareType"), module->getNameOfFirmwareType()},
         {QStringLiteral("version"), module->getVersion()},
-        {QStringLiteral("hardwareVersion"), versions.first},
-        {QStringLiteral("softwareVersion"), versions.second},
+        {QStringLiteral("hardwareVersion"), module->getHardwareVersion()},
+        {QStringLiteral("softwareVersion"), module->getSoftwareVersion()},
         {QStringLiteral("axisParameters"), array(*module->getAxisParameters(), axisBlock)},
         {QStringLiteral("globalParameters"), array(*module->getGlobalParameters(), globalBank)},
         {QStringLiteral("digitalInputs"),

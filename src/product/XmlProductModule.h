@@ -40,7 +40,9 @@ public:
     void setNameInFirmwareVersion(QString name) { m_nameInFirmwareVersion = name; }
     QString getNameOfFirmwareType() const { return m_nameOfFirmwareType; }
     void setNameOfFirmwareType(QString name) { m_nameOfFirmwareType = name; }
+    QString getHardwareVersion() const { return m_hardwareVersion; }
     void setHardwareVersion(QString version) { m_hardwareVersion = version; }
+    QString getSoftwareVersion() const { return m_softwareVersion; }
     void setSoftwareVersion(QString version) { m_softwareVersion = version; }
     /// "HW: <hardware>; SW: <software>".
     QString getVersion() const;
