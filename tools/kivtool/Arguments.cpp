@@ -285,9 +285,15 @@ QString generalHelp()
                                   "       kivtool help COMMAND\n\n"
                                   "Reads product description files (module or IC) and ESI files.\n\n"
                                   "Commands:\n");
-    for (const Command& command : commands())
-        help += QStringLiteral("  ") + QString::fromLatin1(command.synopsis).leftJustified(48) + QStringLiteral("  ")
-            + QLatin1String(command.summary) + QLatin1Char('\n');
+    // A synopsis too long for the column gets its summary on a line of its own, in the column.
+    const int column = 48;
+    for (const Command& command : commands()) {
+        const QString synopsis = QString::fromLatin1(command.synopsis);
+        help += QStringLiteral("  ") + synopsis;
+        help += synopsis.size() > column ? QLatin1Char('\n') + QString(column + 4, QLatin1Char(' '))
+                                         : QString(column + 2 - synopsis.size(), QLatin1Char(' '));
+        help += QLatin1String(command.summary) + QLatin1Char('\n');
+    }
     QList<const Option*> options = commonOptions();
     const Option version {"version", "version", 0, nullptr, "Show the versions of kivtool and its library."};
     options << &version;
