@@ -1,40 +1,27 @@
 // kivtool check as CI meets it: one seeded defect per corpus file, found at its element with its
 // identifier, the exit status, and the three output forms.
 
+#include "KivtoolRun.h"
+
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QtTest>
 
 namespace {
 
 const QString kCorpus = QStringLiteral(KIVCORE_TEST_DATA_DIR "/check/");
 
-struct Run
-{
-    int exitCode = -1;
-    QByteArray out;
-    QByteArray err;
-};
-
+using Run = KivtoolRun;
 Run kivtool(const QStringList& arguments)
 {
-    QProcess process;
-    process.start(QStringLiteral(KIVTOOL_PATH), arguments);
-    Run run;
-    if (!process.waitForFinished(120000))
-        return run;
-    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.out = process.readAllStandardOutput();
-    run.err = process.readAllStandardError();
-    return run;
+    return runKivtool(arguments);
 }
 
 QJsonArray findings(const Run& run)
 {
-    return QJsonDocument::fromJson(run.out).object().value(QLatin1String("findings")).toArray();
+    return QJsonDocument::fromJson(run.out.toUtf8()).object().value(QLatin1String("findings")).toArray();
 }
 
 } // namespace
@@ -134,7 +121,7 @@ void TestCheck::examplesHaveNoError()
     QFETCH(QString, file);
     const Run run = kivtool({QStringLiteral("check"), file});
     QCOMPARE(run.exitCode, 0);
-    QCOMPARE(run.out, QByteArray());
+    QCOMPARE(run.out, QString());
 }
 
 void TestCheck::textForm()
@@ -143,7 +130,7 @@ void TestCheck::textForm()
     const QString b = kCorpus + QStringLiteral("kiv112-orphan-alert.xml");
     const Run run = kivtool({QStringLiteral("check"), a, b});
     QCOMPARE(run.exitCode, 1);
-    QCOMPARE(QString::fromUtf8(run.out),
+    QCOMPARE(run.out,
         a
             + QStringLiteral(":6:5: error: mask \"F0\" and shift 3 disagree: the mask's lowest bit is 4 or it has a "
                              "gap; give one run of set bits starting at bit shift [KIV103]\n")
@@ -182,7 +169,7 @@ void TestCheck::usageAndUnreadable()
     QFETCH(QString, message);
     const Run run = kivtool(QStringList {QStringLiteral("check")} + arguments);
     QCOMPARE(run.exitCode, 2);
-    QVERIFY2(QString::fromUtf8(run.err).startsWith(message), run.err.constData());
+    QVERIFY2(run.err.startsWith(message), qPrintable(run.err));
 }
 
 void TestCheck::esiSamples()
@@ -196,7 +183,7 @@ void TestCheck::esiSamples()
         // A foreign root (a module description) is refused with 2; every other sample is checked whole.
         QVERIFY2(run.exitCode >= 0 && run.exitCode <= 2, qPrintable(name));
         if (run.exitCode < 2)
-            QVERIFY2(QJsonDocument::fromJson(run.out).isObject(), qPrintable(name));
+            QVERIFY2(QJsonDocument::fromJson(run.out.toUtf8()).isObject(), qPrintable(name));
     }
 }
 

@@ -1,10 +1,11 @@
 // kivtool diff as a reviewer meets it: nothing for a file against itself or a reordered copy, and each
 // seeded edit exactly once with its old and new values.
 
+#include "KivtoolRun.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -15,21 +16,11 @@ namespace {
 const QString kIC = QStringLiteral(KIVCORE_EXAMPLES_DIR "/ic/kiv-ic-example.xml");
 const QString kModule = QStringLiteral(KIVCORE_EXAMPLES_DIR "/module/kiv-module-example.xml");
 
-struct Run
-{
-    int exitCode = -1;
-    QByteArray out;
-};
+using Run = KivtoolRun;
 
 Run diff(const QString& before, const QString& after, const QString& form = QStringLiteral("--json"))
 {
-    QProcess process;
-    process.start(QStringLiteral(KIVTOOL_PATH), {QStringLiteral("diff"), before, after, form});
-    Run run;
-    if (process.waitForFinished(120000) && process.exitStatus() == QProcess::NormalExit)
-        run.exitCode = process.exitCode();
-    run.out = process.readAllStandardOutput();
-    return run;
+    return runKivtool({QStringLiteral("diff"), before, after, form});
 }
 
 QStringList readLines(const QString& path)
@@ -162,7 +153,7 @@ void TestDiff::unchanged()
     QFETCH(QStringList, reordered);
     const Run self = diff(file, file);
     QCOMPARE(self.exitCode, 0);
-    QCOMPARE(QJsonDocument::fromJson(self.out).object().value(QLatin1String("changes")).toArray().size(), 0);
+    QCOMPARE(QJsonDocument::fromJson(self.out.toUtf8()).object().value(QLatin1String("changes")).toArray().size(), 0);
 
     QStringList lines = readLines(file);
     const QStringList original = lines;
@@ -172,7 +163,7 @@ void TestDiff::unchanged()
     const QString copy = m_dir.filePath(QStringLiteral("reordered.xml"));
     QVERIFY(writeLines(copy, lines));
     const Run run = diff(file, copy, QStringLiteral("--markdown"));
-    QCOMPARE(run.out, QByteArray("No changes.\n"));
+    QCOMPARE(run.out, QStringLiteral("No changes.\n"));
     QCOMPARE(run.exitCode, 0);
 }
 
@@ -252,7 +243,8 @@ void TestDiff::seededEdits()
     QVERIFY(writeLines(edited, lines));
     const Run run = diff(kIC, edited);
     QCOMPARE(run.exitCode, 1);
-    const QJsonArray changes = QJsonDocument::fromJson(run.out).object().value(QLatin1String("changes")).toArray();
+    const QJsonArray changes
+        = QJsonDocument::fromJson(run.out.toUtf8()).object().value(QLatin1String("changes")).toArray();
     QCOMPARE(changes.size(), edits);
     for (const QJsonValue& want : qAsConst(expected)) {
         const QJsonObject w = want.toObject();
@@ -286,7 +278,7 @@ void TestDiff::markdownForm()
     QVERIFY(writeLines(edited, lines));
     const Run run = diff(kIC, edited, QStringLiteral("--markdown"));
     QCOMPARE(run.exitCode, 1);
-    QCOMPARE(QString::fromUtf8(run.out),
+    QCOMPARE(run.out,
         QStringLiteral("## Changed\n\n"
                        "- ``register 0x42 SYS_`TRIM`|``\n"
                        "  - `name`: `\"SYS_TRIM\"` → ``\"SYS_`TRIM`|\"``\n\n"));

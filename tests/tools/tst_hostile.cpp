@@ -1,3 +1,4 @@
+#include "KivtoolRun.h"
 #include "TestXml.h"
 
 #include <QCryptographicHash>
@@ -33,11 +34,6 @@ struct Row
     QString fileName = QStringLiteral("input.xml");
     bool terminal = false; ///< standard output is a terminal
 };
-
-QString utf8(const QByteArray& bytes)
-{
-    return QString::fromUtf8(bytes.constData(), bytes.size());
-}
 
 /// Runs kivtool; with `terminal`, under script(1), which gives it a pseudo-terminal as standard output.
 QProcess* start(const QStringList& arguments, bool terminal)
@@ -264,18 +260,18 @@ void TestHostile::hostileFiles()
 
     std::unique_ptr<QProcess> process(start(arguments, hostile.terminal));
     QVERIFY2(process->waitForFinished(120000), "kivtool did not finish in two minutes");
-    const QString err = utf8(process->readAllStandardError());
+    const QString err = fromUtf8Whole(process->readAllStandardError());
     QCOMPARE(process->exitStatus(), QProcess::NormalExit);
     QVERIFY2(process->exitCode() == hostile.exitCode, qPrintable(err));
     QString checked;
     if (hostile.checked == QLatin1String("stdout"))
-        checked = utf8(process->readAllStandardOutput());
+        checked = fromUtf8Whole(process->readAllStandardOutput());
     else if (hostile.checked == QLatin1String("stderr"))
         checked = err;
     else if (hostile.checked.endsWith(QLatin1String(".pdf")))
-        checked = utf8(textOfPdf(QDir(out).filePath(hostile.checked)));
+        checked = fromUtf8Whole(textOfPdf(QDir(out).filePath(hostile.checked)));
     else
-        checked = utf8(TestXml::readFile(QDir(out).filePath(hostile.checked)));
+        checked = fromUtf8Whole(TestXml::readFile(QDir(out).filePath(hostile.checked)));
     for (const QString& pattern : hostile.mustMatch)
         QVERIFY2(QRegularExpression(pattern).match(checked).hasMatch(),
             qPrintable(pattern + QLatin1String(" not in:\n") + checked.left(2000)));

@@ -1,33 +1,20 @@
 // kivtool esi index|find|list and json --device, run as users run them: exit status, stdout, stderr.
 
+#include "KivtoolRun.h"
+
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
 
-struct Run
-{
-    int exitCode = -1;
-    QString out;
-    QString err;
-};
-
+using Run = KivtoolRun;
 Run kivtool(const QStringList& arguments)
 {
-    QProcess process;
-    process.start(QStringLiteral(KIVTOOL_PATH), arguments);
-    Run run;
-    if (!process.waitForFinished(60000))
-        return run;
-    run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    run.out = QString::fromUtf8(process.readAllStandardOutput());
-    run.err = QString::fromUtf8(process.readAllStandardError());
-    return run;
+    return runKivtool(arguments);
 }
 
 QByteArray device(const char* product, const char* revision, const char* name)
