@@ -1,6 +1,7 @@
 #include "InputFile.h"
 
 #include "NumberAudit.h"
+#include "Output.h"
 
 #include "esi/ESIXmlParser.h"
 #include "esi/XmlEtherCATInfo.h"
@@ -16,7 +17,6 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 
 namespace {
@@ -185,24 +185,18 @@ std::unique_ptr<QFile> openInput(const QString& path, LoadError* error)
     return copy;
 }
 
-/// Register values are 64 bits: a file that claims a wider register is shown narrower than it says,
-/// so say so once (the first such register; control characters of its name are not sent to the terminal).
+/// Register values are 64 bits: a file that claims a wider register is shown narrower than it says, so say
+/// so once (the first such register), through the same channel as every other message.
 void warnOfWideRegister(const QString& path, XmlProductIC* ic)
 {
     if (!ic->registerSet())
         return;
     for (const XmlValueRegister* reg : qAsConst(*ic->registerSet()->getRegisters())) {
         if (reg && reg->getSize() > 64) {
-            QString name = reg->name();
-            for (QChar& c : name) {
-                if (c.category() == QChar::Other_Control)
-                    c = QLatin1Char('?');
-            }
-            std::fprintf(stderr, "%s\n",
-                QStringLiteral("kivtool: %1: register %2 is %3 bits wide; values are shown as 64 bits")
-                    .arg(path, name, QString::number(reg->getSize()))
-                    .toLocal8Bit()
-                    .constData());
+            fail(0,
+                QStringLiteral("kivtool: ") + path + QStringLiteral(": register ") + reg->name()
+                    + QStringLiteral(" is ") + QString::number(reg->getSize())
+                    + QStringLiteral(" bits wide; values are shown as 64 bits"));
             return;
         }
     }
