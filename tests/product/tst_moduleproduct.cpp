@@ -72,7 +72,6 @@ private slots:
     void pinMapOutlivesModule();
     void releaseTakesPinMap();
     void clearOperations();
-    void htmlDriveSettings();
 };
 
 void TestModuleProduct::numberAttributes_data()
@@ -348,20 +347,6 @@ void TestModuleProduct::clearOperations()
     QVERIFY(inputs->getDigitalInputs()->isEmpty());
     QVERIFY(module->getIrqs()->getIrqs()->isEmpty());
     QCOMPARE(module->getDatabase(), database);
-}
-
-// Settings are named after the first axis-0 parameter of their type: blocks of other axes are passed over,
-// axis 256 counts as axis 0 and setting type 300 as 44 (both compared as 8 bits), an unknown type stays
-// unnamed. The page is compared whole with the reviewed one.
-void TestModuleProduct::htmlDriveSettings()
-{
-    const KIVXmlParser::ProductPtr product(
-        TestXml::parseProduct(TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/product/drive-settings.xml")))
-            .release());
-    auto* module = qobject_cast<XmlProductModule*>(product.get());
-    QVERIFY(module);
-    KIV_COMPARE_TEXT(module->toHtml(),
-        QString::fromUtf8(TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/product/drive-settings.html"))));
 }
 
 QTEST_GUILESS_MAIN(TestModuleProduct)

@@ -1,6 +1,3 @@
-#include "LogCapture.h"
-#include "TestXml.h"
-
 #include "ic/IcJson.h"
 #include "ic/XmlPinMap.h"
 #include "ic/XmlProductIC.h"
@@ -9,7 +6,6 @@
 #include "ic/XmlRegisterVariantImpactedBy.h"
 #include "ic/XmlValueRegister.h"
 #include "ic/XmlValueRegisterField.h"
-#include "product/KIVXmlParser.h"
 #include "product/ModuleJson.h"
 #include "product/XmlAxisParameters.h"
 #include "product/XmlCANopenObject.h"
@@ -78,8 +74,6 @@ class TestProductJson : public QObject
 {
     Q_OBJECT
 private slots:
-    void wholeProduct_data();
-    void wholeProduct();
     void maskKeepsItsText_data();
     void maskKeepsItsText();
     void valueKinds_data();
@@ -88,34 +82,6 @@ private slots:
     void versionsSplitExactly_data();
     void versionsSplitExactly();
 };
-
-void TestProductJson::wholeProduct_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::newRow("module") << "module";
-    QTest::newRow("IC") << "ic";
-}
-
-void TestProductJson::wholeProduct()
-{
-    QFETCH(QString, name);
-    KIVXmlParser::ProductPtr product;
-    {
-        const LogCapture quiet; // the parser's debug lines are not under test here
-        product.reset(
-            TestXml::parseProduct(TestXml::readFile(KIVCORE_TEST_DATA_DIR "/json/" + name + ".xml")).release());
-    }
-    QVERIFY(product);
-    QJsonObject json;
-    if (auto* module = qobject_cast<XmlProductModule*>(product.get())) {
-        json = ModuleJson::toJson(module);
-    } else {
-        json = IcJson::toJson(qobject_cast<XmlProductIC*>(product.get()));
-    }
-    const QByteArray expected = TestXml::readFile(KIVCORE_TEST_DATA_DIR "/json/" + name + ".json");
-    QVERIFY(!expected.isEmpty());
-    KIV_COMPARE_TEXT(indented(json), QString::fromUtf8(expected));
-}
 
 void TestProductJson::maskKeepsItsText_data()
 {

@@ -105,10 +105,14 @@ void TestReferences::wholeTexts_data()
     QTest::addColumn<QString>("input");
     QTest::addColumn<bool>("isEsi");
     QTest::newRow("module") << KIVCORE_EXAMPLES_DIR "/module/kiv-module-example.xml" << false;
-    QTest::newRow("module-small") << KIVCORE_TEST_DATA_DIR "/json/module.xml" << false;
+    QTest::newRow("module-small") << KIVCORE_TEST_DATA_DIR "/reference/inputs/module-small.xml" << false;
+    // Drive settings are named after the first axis-0 parameter of their type: blocks of other axes are passed
+    // over, axis 256 counts as axis 0 and setting type 300 as 44 (both compared as 8 bits).
+    QTest::newRow("module-drive-settings")
+        << KIVCORE_TEST_DATA_DIR "/reference/inputs/module-drive-settings.xml" << false;
     QTest::newRow("module-markup") << KIVCORE_TEST_DATA_DIR "/reference/inputs/module-markup.xml" << false;
     QTest::newRow("ic") << KIVCORE_EXAMPLES_DIR "/ic/kiv-ic-example.xml" << false;
-    QTest::newRow("ic-small") << KIVCORE_TEST_DATA_DIR "/json/ic.xml" << false;
+    QTest::newRow("ic-small") << KIVCORE_TEST_DATA_DIR "/reference/inputs/ic-small.xml" << false;
     QTest::newRow("ic-markup") << KIVCORE_TEST_DATA_DIR "/reference/inputs/ic-markup.xml" << false;
     QTest::newRow("esi") << KIVCORE_EXAMPLES_DIR "/esi/kiv-vendor-esi.xml" << true;
     QTest::newRow("esi-small") << KIVCORE_TEST_DATA_DIR "/reference/inputs/esi-small.xml" << true;
