@@ -30,8 +30,19 @@ Run kivtool(
 
 bool writeFile(const QString& path, const QByteArray& bytes)
 {
+    QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+/// An ESI file of vendor 2 with the given devices.
+QByteArray esi(const QList<QByteArrayList>& devices) // product code, revision, name
+{
+    QByteArray xml = "<EtherCATInfo><Vendor><Id>2</Id><Name>Maker</Name></Vendor><Descriptions><Devices>";
+    for (const QByteArrayList& d : devices)
+        xml += "<Device><Type ProductCode=\"" + d.at(0) + "\" RevisionNo=\"" + d.at(1) + "\">T-" + d.at(0)
+            + "</Type><Name LcId=\"1033\">" + d.at(2) + "</Name><GroupType>G</GroupType></Device>";
+    return xml + "</Devices></Descriptions></EtherCATInfo>\n";
 }
 
 } // namespace
@@ -40,6 +51,7 @@ class TestKivtool : public QObject
 {
     Q_OBJECT
 private slots:
+    void initTestCase();
     void errors_data();
     void errors();
     void registerCommands_data();
@@ -60,17 +72,40 @@ private slots:
     void failedRunLeavesOutputAlone();
     void standardInput_data();
     void standardInput();
+    void esiFindJson();
+    void esiFindText();
+    void jsonDevice();
 
 private:
     QTemporaryDir m_dir;
+    QString m_folder; // of ESI files, indexed into m_db
+    QString m_db;
 };
+
+void TestKivtool::initTestCase()
+{
+    QVERIFY(m_dir.isValid());
+    m_folder = QDir(m_dir.path()).canonicalPath() + QStringLiteral("/esi");
+    m_db = m_dir.filePath(QStringLiteral("catalog.sqlite"));
+    QVERIFY(writeFile(
+        m_folder + "/a.xml", esi({{"#x0C8E3052", "#x00100000", "Input 1"}, {"#x0C8E3052", "#x00130000", "Input 3"}})));
+    QVERIFY(writeFile(m_folder + "/b c.xml", esi({{"#x0C8E3052", "#x00120000", "Input 2"}})));
+    const Run run = kivtool({"esi", "index", m_folder, "--db", m_db});
+    QCOMPARE(run.err, QString());
+    QCOMPARE(run.exitCode, 0);
+    QVERIFY2(run.out.startsWith("catalog: " + m_db
+                 + "\nfiles: 2 (read 2, unchanged 0, removed 0, not ESI 0)\n"
+                   "devices: 3\nread: "),
+        qPrintable(run.out));
+    QVERIFY(run.out.endsWith(" MB/s)\nfailures: 0\n"));
+}
 
 void TestKivtool::errors_data()
 {
     QTest::addColumn<QByteArray>("content"); // empty: the file does not exist; "IC": the example IC
-    QTest::addColumn<QStringList>("arguments"); // FILE stands for the file
+    QTest::addColumn<QStringList>("arguments"); // FILE stands for the file, DB and DIR for the ESI catalog and folder
     QTest::addColumn<int>("exitCode");
-    QTest::addColumn<QString>("message"); // a regular expression; FILE stands for the path
+    QTest::addColumn<QString>("message"); // a regular expression; FILE and DIR stand for the paths
     struct Row
     {
         const char* name;
@@ -138,6 +173,22 @@ void TestKivtool::errors_data()
             "^kivtool: --base: GLD_MODE: 0x1FF does not fit the register's 8 bits\n$"},
         {"encode, bad context", "IC", "encode FILE GLD_MODE --context BRG_SELECT", 2,
             "^kivtool: --context expects REG=VALUE, not \"BRG_SELECT\"\n"},
+        {"esi without subcommand", "", "esi", 2, "^kivtool: esi needs a subcommand"},
+        {"esi, unknown subcommand", "", "esi sort", 2, "^kivtool: no esi subcommand \"sort\""},
+        {"esi index without folder", "", "esi index --db DB", 2, "^kivtool: esi index needs a folder"},
+        {"esi, option of another subcommand", "", "esi list --nearest --db DB", 2,
+            "^kivtool: esi list has no option --nearest"},
+        {"esi, bad number", "", "esi find --vendor two --db DB", 2, "^kivtool: --vendor needs a number"},
+        {"esi, nearest without revision", "", "esi find --vendor 2 --product 1 --nearest --db DB", 2,
+            "^kivtool: --nearest needs --vendor, --product and --revision"},
+        {"esi, no match", "", "esi find --vendor 3 --db DB", 1, "^kivtool: no device matches"},
+        {"esi, missing catalog", "", "esi list --db DIR/none.sqlite", 2,
+            "^kivtool: DIR/none.sqlite: no ESI catalog there"},
+        {"esi, not a catalog", "", "esi list --db DIR/a.xml", 2, "^kivtool: DIR/a.xml: not an ESI catalog"},
+        {"esi, folder missing", "", "esi index DIR/none --db DB", 2, "^kivtool: DIR/none: no such folder"},
+        {"json device out of range", "", "json DIR/a.xml --device 2", 1,
+            "^kivtool: DIR/a.xml: no device 2 \\(the file has 2 devices, from 0\\)"},
+        {"json device not a number", "", "json DIR/a.xml --device x", 2, "^kivtool: --device needs a position"},
     };
     const QByteArray ic = TestXml::readFile(kIC);
     for (const Row& row : rows) {
@@ -156,10 +207,11 @@ void TestKivtool::errors()
     const QString path = m_dir.filePath(QStringLiteral("input-%1.xml").arg(QTest::currentDataTag()).replace(' ', '-'));
     if (!content.isEmpty())
         QVERIFY(writeFile(path, content));
-    arguments.replaceInStrings(QStringLiteral("FILE"), path);
-    const Run run = kivtool(arguments);
+    arguments.replaceInStrings(QStringLiteral("DB"), m_db).replaceInStrings(QStringLiteral("DIR"), m_folder);
+    const Run run = kivtool(arguments.replaceInStrings(QStringLiteral("FILE"), path));
     QCOMPARE(run.exitCode, exitCode);
     QVERIFY(run.out.isEmpty());
+    message.replace(QStringLiteral("DIR"), QRegularExpression::escape(m_folder));
     const QRegularExpression expected(message.replace(QStringLiteral("FILE"), QRegularExpression::escape(path)));
     QVERIFY2(expected.match(run.err).hasMatch(), qPrintable(run.err));
 }
@@ -505,6 +557,47 @@ void TestKivtool::standardInput()
     QVERIFY2(
         out.contains(QLatin1String("\nKind:                  ESI\nVendor:                Kivotronic Example GmbH")),
         qPrintable(out));
+}
+
+/// --json: one object per device with numbers as numbers; --nearest says on stderr what it took.
+void TestKivtool::esiFindJson()
+{
+    const Run run = kivtool({"esi", "find", "--db", m_db, "--vendor", "#x2", "--product", "0x0C8E3052", "--revision",
+        "1179649", "--nearest", "--json"});
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.err, QStringLiteral("kivtool: no revision 0x00120001; nearest: 0x00120000 (the highest below)\n"));
+    const QJsonArray array = QJsonDocument::fromJson(run.out.toUtf8()).array();
+    QCOMPARE(array.size(), 1);
+    const QJsonObject expected {{"vendorId", 2}, {"vendorName", "Maker"}, {"productCode", 0x0C8E3052},
+        {"revision", 0x00120000}, {"type", "T-#x0C8E3052"}, {"name", "Input 2"}, {"names", QJsonArray {"Input 2"}},
+        {"group", "G"}, {"groupName", ""}, {"file", m_folder + "/b c.xml"}, {"position", 0}, {"nearest", true}};
+    QCOMPARE(array.first().toObject(), expected);
+
+    const Run list = kivtool({"esi", "list", "--db", m_db, "--vendor", "2", "--json"});
+    QCOMPARE(list.exitCode, 0);
+    QCOMPARE(QJsonDocument::fromJson(list.out.toUtf8()).array().size(), 3);
+}
+
+/// The text form names the file and position so that the device can be shown whole.
+void TestKivtool::esiFindText()
+{
+    const Run run = kivtool({"esi", "find", "--db", m_db, "--name", "input 2"});
+    QCOMPARE(run.exitCode, 0);
+    QCOMPARE(run.out,
+        "0x00000002 0x0C8E3052 0x00120000  T-#x0C8E3052  Input 2  [G]\n    kivtool json '" + m_folder
+            + "/b c.xml' --device 0\n");
+}
+
+/// json --device N writes that device alone, in the envelope of the whole file's export.
+void TestKivtool::jsonDevice()
+{
+    const Run run = kivtool({"json", m_folder + "/a.xml", "--device", "1"});
+    QCOMPARE(run.exitCode, 0);
+    const QJsonObject json = QJsonDocument::fromJson(run.out.toUtf8()).object();
+    QCOMPARE(json.value("VID").toInt(), 2);
+    const QJsonArray devices = json.value("EtherCATInfo").toArray().first().toObject().value("Descriptions").toArray();
+    QCOMPARE(devices.size(), 1);
+    QCOMPARE(devices.first().toObject().value("RevisionNo").toInt(), 0x00130000);
 }
 
 QTEST_GUILESS_MAIN(TestKivtool)
