@@ -22,12 +22,6 @@ const QString kESI = QStringLiteral(KIVCORE_EXAMPLES_DIR "/esi/kiv-vendor-esi.xm
 
 using Run = KivtoolRun;
 
-Run kivtool(
-    const QStringList& arguments, const QProcessEnvironment& environment = QProcessEnvironment::systemEnvironment())
-{
-    return runKivtool(arguments, environment);
-}
-
 bool writeFile(const QString& path, const QByteArray& bytes)
 {
     QDir().mkpath(QFileInfo(path).absolutePath());
@@ -86,7 +80,7 @@ void TestKivtool::initTestCase()
     QVERIFY(writeFile(
         m_folder + "/a.xml", esi({{"#x0C8E3052", "#x00100000", "Input 1"}, {"#x0C8E3052", "#x00130000", "Input 3"}})));
     QVERIFY(writeFile(m_folder + "/b c.xml", esi({{"#x0C8E3052", "#x00120000", "Input 2"}})));
-    const Run run = kivtool({"esi", "index", m_folder, "--db", m_db});
+    const Run run = runKivtool({"esi", "index", m_folder, "--db", m_db});
     QCOMPARE(run.err, QString());
     QCOMPARE(run.exitCode, 0);
     QVERIFY2(run.out.startsWith("catalog: " + m_db
@@ -204,7 +198,7 @@ void TestKivtool::errors()
     if (!content.isEmpty())
         QVERIFY(writeFile(path, content));
     arguments.replaceInStrings(QStringLiteral("DB"), m_db).replaceInStrings(QStringLiteral("DIR"), m_folder);
-    const Run run = kivtool(arguments.replaceInStrings(QStringLiteral("FILE"), path));
+    const Run run = runKivtool(arguments.replaceInStrings(QStringLiteral("FILE"), path));
     QCOMPARE(run.exitCode, exitCode);
     QVERIFY(run.out.isEmpty());
     message.replace(QStringLiteral("DIR"), QRegularExpression::escape(m_folder));
@@ -254,7 +248,7 @@ void TestKivtool::outputIsTheReference()
     QStringList list = arguments.split(QLatin1Char(' '));
     for (QString& argument : list)
         argument = examples.value(argument, argument);
-    Run run = kivtool(list);
+    Run run = runKivtool(list);
     QCOMPARE(run.err, QString());
     QCOMPARE(run.exitCode, 0);
     for (auto it = examples.cbegin(); it != examples.cend(); ++it)
@@ -285,7 +279,7 @@ void TestKivtool::htmlIsACompleteDocument()
     QFETCH(QString, file);
     QFETCH(QString, title);
     const QString out = m_dir.filePath(QString::fromLatin1(QTest::currentDataTag()).replace(' ', '-') + ".html");
-    const Run run = kivtool({QStringLiteral("html"), file, QStringLiteral("--plain"), QStringLiteral("-o"), out});
+    const Run run = runKivtool({"html", file, "--plain", "-o", out});
     QCOMPARE(run.exitCode, 0);
     QVERIFY(run.out.isEmpty());
     const QString html = fromUtf8Whole(TestXml::readFile(out));
@@ -316,7 +310,7 @@ void TestKivtool::manualTypesets()
         || QStandardPaths::findExecutable(QStringLiteral("pdftotext")).isEmpty())
         QSKIP("pdflatex or pdftotext is not installed (make test installs both)");
     const QString dir = m_dir.filePath(QStringLiteral("manual-%1").arg(QTest::currentDataTag()));
-    const Run run = kivtool({QStringLiteral("manual"), file, QStringLiteral("-o"), dir, QStringLiteral("--pdf")});
+    const Run run = runKivtool({"manual", file, "-o", dir, "--pdf"});
     QVERIFY2(run.exitCode == 0, qPrintable(run.err));
     const QStringList written = run.out.trimmed().split(QLatin1Char('\n'));
     QCOMPARE(written.size(), 2);
@@ -335,8 +329,7 @@ void TestKivtool::manualWithoutPdflatexNamesThePackage()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("PATH"), m_dir.filePath(QStringLiteral("no-programs-here")));
     const QString dir = m_dir.filePath(QStringLiteral("manual-without-pdflatex"));
-    const Run run
-        = kivtool({QStringLiteral("manual"), kIC, QStringLiteral("-o"), dir, QStringLiteral("--pdf")}, environment);
+    const Run run = runKivtool({"manual", kIC, "-o", dir, "--pdf"}, environment);
     QCOMPARE(run.exitCode, 1);
     QVERIFY2(run.err.startsWith(QLatin1String("kivtool: pdflatex not found; install it with 'apt-get install "
                                               "texlive-latex-base")),
@@ -374,8 +367,8 @@ void TestKivtool::help()
     const QString command = QString::fromLatin1(QTest::currentDataTag());
     QFETCH(QString, usage);
     QFETCH(QString, example);
-    const Run viaHelp = kivtool({QStringLiteral("help"), command});
-    const Run viaOption = kivtool({command, QStringLiteral("--help")});
+    const Run viaHelp = runKivtool({"help", command});
+    const Run viaOption = runKivtool({command, "--help"});
     QCOMPARE(viaHelp.exitCode, 0);
     QCOMPARE(viaOption.exitCode, 0);
     QCOMPARE(viaOption.out, viaHelp.out);
@@ -388,7 +381,7 @@ void TestKivtool::help()
     const QRegularExpressionMatch output = placeholder.match(viaHelp.out);
     if (output.hasMatch())
         QCOMPARE(output.captured(3), output.captured(1));
-    const Run general = kivtool({QStringLiteral("--help")});
+    const Run general = runKivtool({"--help"});
     QCOMPARE(general.exitCode, 0);
     QVERIFY(general.out.startsWith(QLatin1String("Usage: kivtool COMMAND FILE [OPTIONS]\n")));
     QVERIFY(general.out.contains(QLatin1String("\n  ") + usage + QLatin1Char(' '))
@@ -425,7 +418,7 @@ void TestKivtool::outputThatCannotBeWritten()
     QCOMPARE(process.exitCode(), 2);
     QCOMPARE(fromUtf8Whole(process.readAllStandardError()),
         QStringLiteral("kivtool: cannot write standard output: No space left on device\n"));
-    const Run toFile = kivtool({QStringLiteral("json"), kESI, QStringLiteral("-o"), QStringLiteral("/dev/full")});
+    const Run toFile = runKivtool({"json", kESI, "-o", "/dev/full"});
     QCOMPARE(toFile.exitCode, 2);
     QCOMPARE(toFile.err, QStringLiteral("kivtool: cannot write /dev/full: No space left on device\n"));
 }
@@ -438,9 +431,9 @@ void TestKivtool::failedRunLeavesOutputAlone()
     const QString broken = dir.filePath(QStringLiteral("broken.xml"));
     QVERIFY(writeFile(broken, "<product_ic><desc>cut"));
     QVERIFY(writeFile(out, "previous page"));
-    QCOMPARE(kivtool({QStringLiteral("html"), broken, QStringLiteral("-o"), out}).exitCode, 1);
+    QCOMPARE(runKivtool({"html", broken, "-o", out}).exitCode, 1);
     QCOMPARE(TestXml::readFile(out), QByteArray("previous page"));
-    QCOMPARE(kivtool({QStringLiteral("html"), kIC, QStringLiteral("-o"), out}).exitCode, 0);
+    QCOMPARE(runKivtool({"html", kIC, "-o", out}).exitCode, 0);
     QVERIFY(TestXml::readFile(out).startsWith("<!DOCTYPE html>"));
     QCOMPARE(QDir(dir.path()).entryList(QDir::Files), QStringList({"broken.xml", "page.html"}));
 }
@@ -474,7 +467,7 @@ void TestKivtool::standardInput()
 /// --json: one object per device with numbers as numbers; --nearest says on stderr what it took.
 void TestKivtool::esiFindJson()
 {
-    const Run run = kivtool({"esi", "find", "--db", m_db, "--vendor", "#x2", "--product", "0x0C8E3052", "--revision",
+    const Run run = runKivtool({"esi", "find", "--db", m_db, "--vendor", "#x2", "--product", "0x0C8E3052", "--revision",
         "1179649", "--nearest", "--json"});
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(run.err, QStringLiteral("kivtool: no revision 0x00120001; nearest: 0x00120000 (the highest below)\n"));
@@ -485,7 +478,7 @@ void TestKivtool::esiFindJson()
         {"group", "G"}, {"groupName", ""}, {"file", m_folder + "/b c.xml"}, {"position", 0}, {"nearest", true}};
     QCOMPARE(array.first().toObject(), expected);
 
-    const Run list = kivtool({"esi", "list", "--db", m_db, "--vendor", "2", "--json"});
+    const Run list = runKivtool({"esi", "list", "--db", m_db, "--vendor", "2", "--json"});
     QCOMPARE(list.exitCode, 0);
     QCOMPARE(QJsonDocument::fromJson(list.out.toUtf8()).array().size(), 3);
 }
@@ -493,7 +486,7 @@ void TestKivtool::esiFindJson()
 /// The text form names the file and position so that the device can be shown whole.
 void TestKivtool::esiFindText()
 {
-    const Run run = kivtool({"esi", "find", "--db", m_db, "--name", "input 2"});
+    const Run run = runKivtool({"esi", "find", "--db", m_db, "--name", "input 2"});
     QCOMPARE(run.exitCode, 0);
     QCOMPARE(run.out,
         "0x00000002 0x0C8E3052 0x00120000  T-#x0C8E3052  Input 2  [G]\n    kivtool json '" + m_folder
@@ -503,7 +496,7 @@ void TestKivtool::esiFindText()
 /// json --device N writes that device alone, in the envelope of the whole file's export.
 void TestKivtool::jsonDevice()
 {
-    const Run run = kivtool({"json", m_folder + "/a.xml", "--device", "1"});
+    const Run run = runKivtool({"json", m_folder + "/a.xml", "--device", "1"});
     QCOMPARE(run.exitCode, 0);
     const QJsonObject json = QJsonDocument::fromJson(run.out.toUtf8()).object();
     QCOMPARE(json.value("VID").toInt(), 2);
