@@ -94,12 +94,11 @@ void TestDiff::unchanged_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<QStringList>("reordered");
     QTest::newRow("IC") << kIC
-                        << QStringList {QStringLiteral("<value_register "), QStringLiteral("</value_register>"),
-                               QStringLiteral("<value_register_field "), QStringLiteral("</value_register_field>"),
-                               QStringLiteral("<group "), QStringLiteral("</group>")};
+                        << QStringList {"<value_register ", "</value_register>", "<value_register_field ",
+                               "</value_register_field>", "<group ", "</group>"};
     QTest::newRow("module") << kModule
-                            << QStringList {QStringLiteral("<axis_parameter "), QStringLiteral("</axis_parameter>"),
-                                   QStringLiteral("<canopen_entry "), QStringLiteral("</canopen_entry>")};
+                            << QStringList {
+                                   "<axis_parameter ", "</axis_parameter>", "<canopen_entry ", "</canopen_entry>"};
 }
 
 void TestDiff::unchanged()
