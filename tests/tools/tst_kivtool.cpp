@@ -163,6 +163,9 @@ void TestKivtool::errors_data()
             "^kivtool: --base: GLD_MODE: 0x1FF does not fit the register's 8 bits\n$"},
         {"encode, bad context", "IC", "encode FILE GLD_MODE --context BRG_SELECT", 2,
             "^kivtool: --context expects REG=VALUE, not \"BRG_SELECT\"\n"},
+        {"check, unknown id", "IC", "check --disable KIV999 FILE", 2, "^kivtool: --disable: no check \"KIV999\""},
+        {"check, missing file", "", "check FILE", 2, "^kivtool: cannot open FILE: "},
+        {"check, two forms", "IC", "check --json --sarif FILE", 2, "^kivtool: --json and --sarif exclude each other"},
         {"esi without subcommand", "", "esi", 2, "^kivtool: esi needs a subcommand"},
         {"esi, unknown subcommand", "", "esi sort", 2, "^kivtool: no esi subcommand \"sort\""},
         {"esi index without folder", "", "esi index --db DB", 2, "^kivtool: esi index needs a folder"},
@@ -269,15 +272,13 @@ void TestKivtool::outputIsTheReference()
 void TestKivtool::htmlIsACompleteDocument_data()
 {
     QTest::addColumn<QString>("file");
-    QTest::addColumn<QString>("title");
-    QTest::newRow("module") << kModule << "KIVD-4307";
-    QTest::newRow("IC") << kIC << "KIV5Q7";
+    QTest::newRow("module") << kModule;
+    QTest::newRow("IC") << kIC;
 }
 
 void TestKivtool::htmlIsACompleteDocument()
 {
     QFETCH(QString, file);
-    QFETCH(QString, title);
     const QString out = m_dir.filePath(QString::fromLatin1(QTest::currentDataTag()).replace(' ', '-') + ".html");
     const Run run = runKivtool({"html", file, "--plain", "-o", out});
     QCOMPARE(run.exitCode, 0);
@@ -285,9 +286,7 @@ void TestKivtool::htmlIsACompleteDocument()
     const QString html = fromUtf8Whole(TestXml::readFile(out));
     QVERIFY(html.startsWith(QLatin1String("<!DOCTYPE html>\n<html")));
     QVERIFY(html.contains(QLatin1String("<meta charset=\"utf-8\">")));
-    QVERIFY(html.contains(QLatin1String("<title>") + title + QLatin1String("</title>")));
     QCOMPARE(HtmlCheck::problem(html, !file.endsWith(QLatin1String("ic-example.xml"))), QString());
-    QVERIFY(!html.contains(QLatin1String("<script>")));
 }
 
 void TestKivtool::manualTypesets_data()
