@@ -242,7 +242,9 @@ void TestKivtool::outputIsTheReference_data()
         QTest::newRow(row[0]) << QString::fromLatin1(row[0]) << QString::fromLatin1(row[1]);
 }
 
-/// Each command writes the model's own text, as the reference files hold it, with a final line break.
+/// Each command writes the model's own text, as the reference files hold it, with a final line break. After a
+/// deliberate change of kivtool's own texts, KIVCORE_UPDATE_REFERENCES=1 tst_kivtool outputIsTheReference
+/// rewrites the files in tests/data/tools; review their diff before committing.
 void TestKivtool::outputIsTheReference()
 {
     QFETCH(QString, arguments);
