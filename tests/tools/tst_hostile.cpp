@@ -54,6 +54,12 @@ QProcess* start(const QStringList& arguments, bool terminal)
     return process;
 }
 
+bool writeFile(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
 QByteArray textOfPdf(const QString& path)
 {
     QProcess pdftotext;
@@ -161,8 +167,6 @@ QList<Row> rows()
             "</axis_parameters>\n</product_module>\n",
             {"info", "--verbose", "FILE"}, 0, "stderr",
             {audit + "3:1: axis_parameter: type \"300\" keeps only its low 8 bits \\(it becomes 44\\)$"}, {"axis \""}},
-        {"undeclared Latin-1 byte", "<product_ic name=\"A\">\n<desc>ok</desc>\n<desc>caf\xE9</desc>\n</product_ic>\n",
-            {"info", "FILE"}, 1, "stderr", {"^kivtool: \\S*input\\.xml:3:10: malformed XML: .*encoded"}, {}},
         {"bad byte deep in a long file", longFile, {"info", "FILE"}, 1, "stderr",
             {"^kivtool: \\S*input\\.xml:5003:11: malformed XML: .*encoded"}, {}},
         {"bad first byte", "\xE9<product_ic/>\n", {"info", "FILE"}, 1, "stderr",
@@ -248,10 +252,7 @@ void TestHostile::hostileFiles()
         QSKIP("pdflatex or pdftotext is not installed (make test installs both)");
     QTemporaryDir dir;
     const QString input = dir.filePath(hostile.fileName);
-    QFile file(input);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(hostile.content);
-    file.close();
+    QVERIFY(writeFile(input, hostile.content));
     const QString out = dir.filePath(QStringLiteral("out"));
     QVERIFY(QDir().mkpath(out));
     QStringList arguments = hostile.arguments;
@@ -286,14 +287,9 @@ void TestHostile::referencePageAllowsItsOwnScript()
 {
     QTemporaryDir dir;
     const QString input = dir.filePath(QStringLiteral("input.xml"));
-    QFile file(input);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("<product_ic name=\"&lt;/script&gt;\"><desc>&lt;!--</desc></product_ic>");
-    file.close();
+    QVERIFY(writeFile(input, "<product_ic name=\"&lt;/script&gt;\"><desc>&lt;!--</desc></product_ic>"));
     const QString out = dir.filePath(QStringLiteral("page.html"));
-    std::unique_ptr<QProcess> process(start({QStringLiteral("html"), input, QStringLiteral("-o"), out}, false));
-    QVERIFY(process->waitForFinished(60000));
-    QCOMPARE(process->exitCode(), 0);
+    QCOMPARE(runKivtool({"html", input, "-o", out}).exitCode, 0);
     const QByteArray page = TestXml::readFile(out);
     const int model = page.indexOf("<script type=\"application/json\" id=\"model\">");
     const int modelEnd = page.indexOf("</script>", model);
