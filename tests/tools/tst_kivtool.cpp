@@ -227,6 +227,7 @@ void TestKivtool::outputIsTheReference_data()
         {"latex IC --fragment regmap", "reference/ic/regmap.tex"},
         {"latex IC --fragment regmap-defaults", "reference/ic/regmap-defaults.tex"},
         {"latex IC --fragment overview", "reference/ic/overview.tex"},
+        {"header MODULE", "tools/header-module.h.txt"},
         {"info MODULE", "tools/info-module.txt"},
         {"info IC", "tools/info-ic.txt"},
         {"info ESI", "tools/info-esi.txt"},
