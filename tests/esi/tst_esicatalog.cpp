@@ -1,14 +1,8 @@
-#include "EsiTest.h"
-
-#include "esi/ESIXmlDescriptions.h"
-#include "esi/ESIXmlDevice.h"
 #include "esi/EsiCatalog.h"
 #include "esi/EsiCatalogReader.h"
 
 #include <QBuffer>
 #include <QDir>
-#include <QDomDocument>
-#include <QLoggingCategory>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -16,98 +10,12 @@
 
 namespace {
 
-// ---- An independent reading of the sample files, with a DOM: what the catalog must list. ----
-
-bool referenceNumber(QString text, quint32* value)
-{
-    text = text.trimmed();
-    bool ok = false;
-    const qulonglong number
-        = text.startsWith(QLatin1String("#x")) ? text.mid(2).toULongLong(&ok, 16) : text.toULongLong(&ok, 10);
-    *value = quint32(number);
-    return ok && number <= 0xFFFFFFFFull;
-}
-
-QList<QDomElement> children(const QDomElement& parent, const QString& name)
-{
-    QList<QDomElement> list;
-    for (QDomElement child = parent.firstChildElement(name); !child.isNull(); child = child.nextSiblingElement(name))
-        list << child;
-    return list;
-}
-
-/// The name by the catalog's rule, decided over the DOM: 1033, no LcId, then the first one.
-QString referenceName(const QDomElement& owner, QStringList* all = nullptr)
-{
-    QString english, unmarked, first;
-    bool hasEnglish = false, hasUnmarked = false;
-    for (const QDomElement& name : children(owner, QStringLiteral("Name"))) {
-        const QString text = name.text().trimmed();
-        if (all)
-            *all << text;
-        if (first.isNull())
-            first = text;
-        if (name.attribute(QStringLiteral("LcId")) == QLatin1String("1033") && !hasEnglish) {
-            english = text;
-            hasEnglish = true;
-        }
-        if (!name.hasAttribute(QStringLiteral("LcId")) && !hasUnmarked) {
-            unmarked = text;
-            hasUnmarked = true;
-        }
-    }
-    return hasEnglish ? english : hasUnmarked ? unmarked : first.isNull() ? QString() : first;
-}
-
-QVector<EsiDeviceIdentity> referenceDevices(const QString& path, bool* isEsi)
-{
-    QVector<EsiDeviceIdentity> devices;
-    QFile file(path);
-    QDomDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
-        return devices;
-    const QDomElement root = document.documentElement();
-    *isEsi = root.tagName() == QLatin1String("EtherCATInfo");
-    const QDomElement vendor = root.firstChildElement(QStringLiteral("Vendor"));
-    quint32 vendorId = 0;
-    referenceNumber(vendor.firstChildElement(QStringLiteral("Id")).text(), &vendorId);
-    QHash<QString, QString> groups;
-    for (const QDomElement& descriptions : children(root, QStringLiteral("Descriptions"))) {
-        for (const QDomElement& group :
-            children(descriptions.firstChildElement(QStringLiteral("Groups")), QStringLiteral("Group"))) {
-            const QString type = group.firstChildElement(QStringLiteral("Type")).text().trimmed();
-            if (!groups.contains(type))
-                groups.insert(type, referenceName(group));
-        }
-        for (const QDomElement& element :
-            children(descriptions.firstChildElement(QStringLiteral("Devices")), QStringLiteral("Device"))) {
-            EsiDeviceIdentity device;
-            device.vendorId = vendorId;
-            device.vendorName = referenceName(vendor);
-            const QDomElement type = element.firstChildElement(QStringLiteral("Type"));
-            referenceNumber(type.attribute(QStringLiteral("ProductCode"), QStringLiteral("0")), &device.productCode);
-            referenceNumber(type.attribute(QStringLiteral("RevisionNo"), QStringLiteral("0")), &device.revision);
-            device.type = type.text().trimmed();
-            device.name = referenceName(element, &device.names);
-            device.group = element.firstChildElement(QStringLiteral("GroupType")).text().trimmed();
-            device.file = path;
-            device.position = devices.size();
-            devices << device;
-        }
-    }
-    for (EsiDeviceIdentity& device : devices)
-        device.groupName = groups.value(device.group);
-    return devices;
-}
-
 QString describe(const EsiDeviceIdentity& d)
 {
     return QStringLiteral("%1 #%2 %3/%4/%5 type '%6' name '%7' group '%8'/'%9'")
         .arg(QFileInfo(d.file).fileName(), QString::number(d.position), QString::number(d.vendorId, 16),
             QString::number(d.productCode, 16), QString::number(d.revision, 16), d.type, d.name, d.group, d.groupName);
 }
-
-// ---- Crafted files ----
 
 QByteArray esi(const QByteArray& devices, const QByteArray& vendorId = "#x00000A7C")
 {
@@ -146,8 +54,6 @@ class TestEsiCatalog : public QObject
 
 private slots:
     void initTestCase();
-    void samples_data();
-    void samples();
     void reader_data();
     void reader();
     void language();
@@ -168,76 +74,6 @@ void TestEsiCatalog::initTestCase()
 {
     QVERIFY(m_dir.isValid());
     QStandardPaths::setTestModeEnabled(true);
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); // the model's reports on samples
-}
-
-void TestEsiCatalog::samples_data()
-{
-    QTest::addColumn<QString>("path");
-    // Devices whose identity the model reads otherwise, and why (reviewed by hand).
-    QTest::addColumn<QStringList>("modelDiffers");
-    const QDir dir(QStringLiteral(KIVCORE_ESI_SAMPLES_DIR));
-    if (!dir.exists())
-        QSKIP("no ESI samples (../shared/esi-samples)");
-    const QHash<QString, QStringList> differs {
-        // Decimal "RevisionNo" texts: the model drops two characters and reads hexadecimal, giving 0.
-        {QStringLiteral("NI9144.xml"),
-            {QStringLiteral("0 revision"), QStringLiteral("1 revision"), QStringLiteral("2 revision"),
-                QStringLiteral("3 revision")}},
-        // German names only: the model keeps no name.
-        {QStringLiteral("AX58100_EVB_DIO_ESI_00010200_00000001_20220323.xml"), {QStringLiteral("0 name")}},
-        // "Name" elements inside "Slots" overwrite the model's device name.
-        {QStringLiteral("INOVANCE_GL20_RTU_ECT32_3.1.2.0.xml"), {QStringLiteral("0 name")}},
-        {QStringLiteral("UTRIO-UC20-RTU-EC-A_20251104.xml"), {QStringLiteral("0 name")}},
-        {QStringLiteral("Weidmueller_UR20_FBC.xml"), {QStringLiteral("0 name"), QStringLiteral("1 name")}},
-    };
-    for (const QString& entry : dir.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name))
-        QTest::newRow(qPrintable(entry)) << dir.filePath(entry) << differs.value(entry);
-}
-
-/// Every sample's identities equal the DOM's reading; where the model reads them otherwise, exactly the
-/// reviewed devices differ.
-void TestEsiCatalog::samples()
-{
-    QFETCH(QString, path);
-    QFETCH(QStringList, modelDiffers);
-    bool isEsi = false;
-    const QVector<EsiDeviceIdentity> expected = referenceDevices(path, &isEsi);
-    EsiCatalogReader reader;
-    const bool ok = reader.read(path);
-    if (!isEsi) {
-        QVERIFY(!ok);
-        QCOMPARE(reader.status(), EsiCatalogReader::Status::NotEsi);
-        QVERIFY(reader.devices().isEmpty());
-        return;
-    }
-    QVERIFY2(ok, qPrintable(reader.errorMessage()));
-    QVERIFY(!expected.isEmpty());
-    QCOMPARE(reader.devices().size(), expected.size());
-    for (int i = 0; i < expected.size(); ++i)
-        QCOMPARE(describe(reader.devices().at(i)), describe(expected.at(i)));
-    QCOMPARE(reader.devices(), expected);
-
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const std::unique_ptr<XmlEtherCATInfo> model(ESIXmlParser::parseInfo(&file));
-    QVERIFY(model);
-    QStringList differs;
-    int position = 0;
-    for (const ESIXmlDescriptions* descriptions : model->getDescriptions()) {
-        for (const ESIXmlDevice* modelDevice : descriptions->getDevices()) {
-            const EsiDeviceIdentity& device = expected.at(position);
-            if (modelDevice->getProductCode() != device.productCode)
-                differs << QString::number(position) + QStringLiteral(" product");
-            if (modelDevice->getRevisionNo() != device.revision)
-                differs << QString::number(position) + QStringLiteral(" revision");
-            if (modelDevice->getName() != device.name)
-                differs << QString::number(position) + QStringLiteral(" name");
-            ++position;
-        }
-    }
-    QCOMPARE(position, expected.size());
-    QCOMPARE(differs, modelDiffers);
 }
 
 void TestEsiCatalog::reader_data()
