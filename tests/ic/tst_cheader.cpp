@@ -168,7 +168,7 @@ void TestCHeader::reference()
     options.selfTestInclude = QStringLiteral("kiv2m1.h");
     const CHeaderResult result = IcCHeader::generate(ic, options);
     KIV_COMPARE_TEXT(result.header,
-        QString::fromUtf8(TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/cheader/small-ic.h"))));
+        QString::fromUtf8(TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/cheader/small-ic.h.txt"))));
     QCOMPARE(texts(result),
         QStringList {QStringLiteral("warning: register \"SPARE\" (0x12) has no fields; only its address, width, access "
                                     "and reset value are written")});
