@@ -1,11 +1,8 @@
-#include "EsiTest.h"
 #include "LogCapture.h"
 #include "TestXml.h"
 
 #include "esi/ESIXmlDescriptions.h"
 #include "esi/ESIXmlDevice.h"
-#include "esi/ESIXmlDictionary.h"
-#include "esi/ESIXmlDictionaryObject.h"
 #include "esi/ESIXmlGroup.h"
 #include "esi/ESIXmlObjectInfo.h"
 #include "esi/ESIXmlParser.h"
@@ -13,13 +10,27 @@
 #include "esi/ESIXmlVendor.h"
 #include "esi/XmlEtherCATInfo.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
+#include <QTemporaryFile>
 #include <QtTest>
 
-using EsiTest::lines;
-
 namespace {
+
+/// Parses `xml` through a temporary file, as callers do with real files. `fileLine` receives the text of
+/// the parser's first debug line (its short name and the file object).
+std::unique_ptr<XmlEtherCATInfo> parse(const QByteArray& xml, QString* fileLine = nullptr)
+{
+    QTemporaryFile file;
+    if (!file.open())
+        return nullptr;
+    file.write(xml);
+    file.seek(0);
+    if (fileLine) {
+        fileLine->clear();
+        QDebug(fileLine) << "ESIXmlParser::parseInfo()" << static_cast<QFile*>(&file);
+        *fileLine = fileLine->trimmed();
+    }
+    return std::unique_ptr<XmlEtherCATInfo>(ESIXmlParser::parseInfo(&file));
+}
 
 const QByteArray smallFile = TestXml::readFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/reference/inputs/esi-small.xml"));
 
@@ -36,36 +47,33 @@ const ESIXmlDevice* firstDevice(const XmlEtherCATInfo* info)
     return info->getDescriptions().first()->getDevices().first();
 }
 
+/// What a parse kept, in one line: "vendor id|first device's type|name|group type", or "null".
+QString summary(const XmlEtherCATInfo* info)
+{
+    if (!info)
+        return QStringLiteral("null");
+    const ESIXmlDevice* device = firstDevice(info);
+    return (info->getVendor() ? info->getVendor()->getId() : QStringLiteral("-")) + QLatin1Char('|')
+        + (device ? device->getType() + QLatin1Char('|') + device->getName() + QLatin1Char('|') + device->getGroupType()
+                  : QString());
+}
+
 } // namespace
 
 class TestEsiParser : public QObject
 {
     Q_OBJECT
 private slots:
-    void smallFileLog();
     void englishName_data();
     void englishName();
     void childText_data();
     void childText();
     void defaultValue_data();
     void defaultValue();
-    void unknownChildren_data();
-    void unknownChildren();
-    void skipCountsNoNesting();
+    void log_data();
+    void log();
     void largePdoSectionsLeaveNoTrace();
-    void laterRootReplacesEarlier();
-    void unknownRootGivesNull();
 };
-
-void TestEsiParser::smallFileLog()
-{
-    LogCapture log;
-    QString fileLine;
-    const auto info = EsiTest::parse(smallFile, &fileLine);
-    QVERIFY(info);
-    // The root, its end tag included, is consumed by the element parsers: only the file line is written.
-    QCOMPARE(log.texts(), QStringList {fileLine});
-}
 
 void TestEsiParser::englishName_data()
 {
@@ -86,8 +94,8 @@ void TestEsiParser::englishName()
     QFETCH(QByteArray, names);
     QFETCH(QString, expected);
     LogCapture log;
-    const auto info = EsiTest::parse("<EtherCATInfo><Descriptions><Groups><Group>" + names
-        + "</Group></Groups><Devices><Device>" + names + "</Device></Devices></Descriptions></EtherCATInfo>");
+    const auto info = parse("<EtherCATInfo><Descriptions><Groups><Group>" + names + "</Group></Groups><Devices><Device>"
+        + names + "</Device></Devices></Descriptions></EtherCATInfo>");
     QVERIFY(info);
     QCOMPARE(info->getDescriptions().first()->getGroups().first()->getName(), expected);
     QCOMPARE(firstDevice(info.get())->getName(), expected);
@@ -111,7 +119,7 @@ void TestEsiParser::childText()
     QFETCH(QByteArray, vendor);
     QFETCH(QString, expected);
     LogCapture log;
-    const auto info = EsiTest::parse("<EtherCATInfo><Vendor>" + vendor + "</Vendor></EtherCATInfo>");
+    const auto info = parse("<EtherCATInfo><Vendor>" + vendor + "</Vendor></EtherCATInfo>");
     QVERIFY(info);
     QVERIFY(info->getVendor());
     QCOMPARE(info->getVendor()->getName(), expected);
@@ -139,54 +147,59 @@ void TestEsiParser::defaultValue()
     QCOMPARE(info->getDefaultValue(), expected);
 }
 
-void TestEsiParser::unknownChildren_data()
+/// What each parse keeps and the exact debug lines it writes after the file line.
+void TestEsiParser::log_data()
 {
     QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("kept"); ///< summary()
     QTest::addColumn<QStringList>("messages");
     const QString device = "ESIXmlParser::parseDevice() parseDevice: \"%1\"";
-    QTest::newRow("device: descendants met") << deviceFile(R"(<Slots> <Type ProductCode="#x5">X</Type></Slots>)") << "X"
-                                             << QStringList {device.arg("Slots")};
+    const QString root = "ESIXmlParser::parseInfo() ";
+    // The root, its end tag included, is consumed by the element parsers: only the file line is written.
+    QTest::newRow("small file") << smallFile << "#x000004D2|T1|Dev|" << QStringList();
+    QTest::newRow("device: descendants met") << deviceFile(R"(<Slots> <Type ProductCode="#x5">X</Type></Slots>)")
+                                             << "-|X||" << QStringList {device.arg("Slots")};
     QTest::newRow("device: token after unknown dropped")
-        << deviceFile(R"(<Slots><Type ProductCode="#x5">X</Type></Slots>)") << "" << QStringList {device.arg("Slots")};
-    QTest::newRow("device: nested unknowns") << deviceFile("<ESC>\n<Reg0400>1</Reg0400></ESC>") << ""
+        << deviceFile(R"(<Slots><Type ProductCode="#x5">X</Type></Slots>)") << "-|||"
+        << QStringList {device.arg("Slots")};
+    QTest::newRow("device: nested unknowns") << deviceFile("<ESC>\n<Reg0400>1</Reg0400></ESC>") << "-|||"
                                              << QStringList {device.arg("ESC"), device.arg("Reg0400")};
+    // The inner </Info> ends the skip, so the name inside the outer Info is taken.
+    QTest::newRow("device: skips count no nesting")
+        << deviceFile("<Name>Right</Name><Info><Info>x</Info><Name>Inner</Name></Info><GroupType>g</GroupType>")
+        << "-||Inner|g" << QStringList();
     QTest::newRow("descriptions") << QByteArray("<EtherCATInfo><Descriptions><Modules><Module/></Modules>"
                                                 "</Descriptions></EtherCATInfo>")
-                                  << ""
+                                  << "-|"
                                   << QStringList {"ESIXmlParser::parseDescriptions() parseDescriptions: \"Modules\"",
                                          "ESIXmlParser::parseDescriptions() parseDescriptions: \"Module\""};
-    QTest::newRow("root") << QByteArray("<EtherCATInfo><InfoReference>a\\b.xml</InfoReference></EtherCATInfo>") << ""
+    QTest::newRow("root") << QByteArray("<EtherCATInfo><InfoReference>a\\b.xml</InfoReference></EtherCATInfo>") << "-|"
                           << QStringList {"ESIXmlParser::parseEtherCATInfo() \"InfoReference\""};
-    QTest::newRow("vendor ignores") << QByteArray("<EtherCATInfo><Vendor><URL>u</URL></Vendor></EtherCATInfo>") << ""
+    QTest::newRow("vendor ignores") << QByteArray("<EtherCATInfo><Vendor><URL>u</URL></Vendor></EtherCATInfo>") << "|"
                                     << QStringList();
+    QTest::newRow("later root replaces earlier")
+        << QByteArray("<Files><EtherCATInfo><Vendor><Id>1</Id></Vendor></EtherCATInfo>"
+                      "<EtherCATInfo><Vendor><Id>2</Id></Vendor></EtherCATInfo></Files>")
+        << "2|" << QStringList {root + "Unknown root node type! \"Files\"", root + "is EndElement:  \"Files\""};
+    QTest::newRow("unknown root gives null")
+        << QByteArray("<EtherCATModule>\n<Vendor><Id>5</Id></Vendor></EtherCATModule>") << "null"
+        << QStringList {root + "Unknown root node type! \"EtherCATModule\"", root + "is Characters:  \"\\n\"",
+               root + "Unknown root node type! \"Vendor\"", root + "Unknown root node type! \"Id\"",
+               root + "is Characters:  \"5\"", root + "is EndElement:  \"Id\"", root + "is EndElement:  \"Vendor\"",
+               root + "is EndElement:  \"EtherCATModule\""};
 }
 
-void TestEsiParser::unknownChildren()
+void TestEsiParser::log()
 {
     QFETCH(QByteArray, xml);
-    QFETCH(QString, type);
+    QFETCH(QString, kept);
     QFETCH(QStringList, messages);
     LogCapture log;
     QString fileLine;
-    const auto info = EsiTest::parse(xml, &fileLine);
-    QVERIFY(info);
-    if (const ESIXmlDevice* device = firstDevice(info.get()))
-        QCOMPARE(device->getType(), type);
+    const auto info = parse(xml, &fileLine);
+    QCOMPARE(summary(info.get()), kept);
     messages.prepend(fileLine);
     QCOMPARE(log.texts(), messages);
-}
-
-void TestEsiParser::skipCountsNoNesting()
-{
-    // The inner </Info> ends the skip, so the name inside the outer Info is taken.
-    LogCapture log;
-    const auto info
-        = EsiTest::parse(deviceFile("<Name>Right</Name><Info><Info>x</Info><Name>Inner</Name></Info><GroupType>"
-                                    "g</GroupType>"));
-    QVERIFY(info);
-    QCOMPARE(firstDevice(info.get())->getName(), QString("Inner"));
-    QCOMPARE(firstDevice(info.get())->getGroupType(), QString("g"));
 }
 
 void TestEsiParser::largePdoSectionsLeaveNoTrace()
@@ -200,43 +213,13 @@ void TestEsiParser::largePdoSectionsLeaveNoTrace()
     }
     const QByteArray body = R"(<Type ProductCode="#x10" RevisionNo="#x2">T</Type><Name>Dev</Name>)";
     LogCapture log;
-    const auto withPdos = EsiTest::parse(deviceFile(body + pdos + "<Sm>x</Sm><Mailbox><CoE/></Mailbox>"));
-    const auto without = EsiTest::parse(deviceFile(body));
+    const auto withPdos = parse(deviceFile(body + pdos + "<Sm>x</Sm><Mailbox><CoE/></Mailbox>"));
+    const auto without = parse(deviceFile(body));
     QVERIFY(withPdos);
     QVERIFY(without);
     QCOMPARE(withPdos->toString(), without->toString());
     QCOMPARE(firstDevice(withPdos.get())->getProfiles().size(), 0);
     QCOMPARE(log.matching("parseDevice").size(), 0);
-}
-
-void TestEsiParser::laterRootReplacesEarlier()
-{
-    LogCapture log;
-    QString fileLine;
-    const auto info = EsiTest::parse("<Files><EtherCATInfo><Vendor><Id>1</Id></Vendor></EtherCATInfo>"
-                                     "<EtherCATInfo><Vendor><Id>2</Id></Vendor></EtherCATInfo></Files>",
-        &fileLine);
-    QVERIFY(info);
-    QCOMPARE(info->getVendor()->id(), 2u);
-    QCOMPARE(log.texts(),
-        QStringList({fileLine, "ESIXmlParser::parseInfo() Unknown root node type! \"Files\"",
-            "ESIXmlParser::parseInfo() is EndElement:  \"Files\""}));
-}
-
-void TestEsiParser::unknownRootGivesNull()
-{
-    LogCapture log;
-    QString fileLine;
-    const auto info = EsiTest::parse("<EtherCATModule>\n<Vendor><Id>5</Id></Vendor></EtherCATModule>", &fileLine);
-    QVERIFY(!info);
-    QCOMPARE(log.texts(),
-        QStringList({fileLine, "ESIXmlParser::parseInfo() Unknown root node type! \"EtherCATModule\"",
-            "ESIXmlParser::parseInfo() is Characters:  \"\\n\"",
-            "ESIXmlParser::parseInfo() Unknown root node type! \"Vendor\"",
-            "ESIXmlParser::parseInfo() Unknown root node type! \"Id\"",
-            "ESIXmlParser::parseInfo() is Characters:  \"5\"", "ESIXmlParser::parseInfo() is EndElement:  \"Id\"",
-            "ESIXmlParser::parseInfo() is EndElement:  \"Vendor\"",
-            "ESIXmlParser::parseInfo() is EndElement:  \"EtherCATModule\""}));
 }
 
 QTEST_GUILESS_MAIN(TestEsiParser)
