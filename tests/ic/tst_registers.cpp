@@ -1,5 +1,3 @@
-#include "IcTest.h"
-#include "LogCapture.h"
 #include "TestXml.h"
 
 #include "ic/XmlProductIC.h"
@@ -10,6 +8,7 @@
 #include "ic/XmlValueRegister.h"
 #include "ic/XmlValueRegisterField.h"
 #include "product/KIVXmlParser.h"
+#include "values/XmlValueInterface.h"
 
 #include <QtTest>
 
@@ -18,9 +17,20 @@
 // Registers, variants and fields: number conversions, masks, casts and access unions at their limits. The
 // rendered texts are compared whole in tst_references.
 
-using IcTest::FakeValue;
-
 namespace {
+
+/// A stand-in descriptor with a chosen type code and access: fields tested apart from the value kinds.
+class FakeValue : public XmlValueInterface
+{
+public:
+    explicit FakeValue(int type, const QString& access = QString())
+        : XmlValueInterface(type)
+    {
+        setAccessString(access);
+    }
+    QString toString(QString indent) override { return indent; }
+    QString getStringFromValue(unsigned long long) override { return QString(); }
+};
 
 template<typename T> std::unique_ptr<T> parse(T* (*function)(QXmlStreamReader*), const QByteArray& xml)
 {
@@ -121,8 +131,6 @@ void TestRegisters::registerWithoutVariants()
     QCOMPARE(reg.getStringFromValue(0), QStringLiteral("0"));
     QCOMPARE(reg.getStringFromValue(255), QStringLiteral("FF"));
     QCOMPARE(reg.getStringFromValue(0x1ABCDEF01ull), QStringLiteral("1ABCDEF01"));
-    QVERIFY(reg.toHtml().contains(QLatin1String("<td>16 (0x10)</td>")));
-    QVERIFY(XmlValueRegister(0x1234, QString(), 0, 0).toHtml().contains(QLatin1String("<td>4660 (0x1234)</td>")));
 }
 
 void TestRegisters::maskAndErrorMask_data()
@@ -222,9 +230,9 @@ void TestRegisters::variantUnion()
 {
     XmlRegisterVariant variant(QStringLiteral("v"));
     auto* read = new XmlValueRegisterField(QStringLiteral("a"), 0, QStringLiteral("3"), QString(), QString());
-    read->setValue(new FakeValue(1, {}, QStringLiteral("R")));
+    read->setValue(new FakeValue(1, QStringLiteral("R")));
     auto* write = new XmlValueRegisterField(QStringLiteral("b"), 8, QStringLiteral("F00"), QString(), QString());
-    write->setValue(new FakeValue(1, {}, QStringLiteral("W")));
+    write->setValue(new FakeValue(1, QStringLiteral("W")));
     variant.appendField(read);
     variant.appendField(nullptr);
     variant.appendField(write);

@@ -66,8 +66,6 @@ class TestRegisterValues : public QObject
     Q_OBJECT
 private slots:
     void initTestCase();
-    void variantAtRangeEdges_data();
-    void variantAtRangeEdges();
     void gapsLeaveNoVariant_data();
     void gapsLeaveNoVariant();
     void unknownSelectorListsCandidates();
@@ -98,53 +96,6 @@ void TestRegisterValues::initTestCase()
     QVERIFY(qobject_cast<XmlProductIC*>(m_odd.get()));
 }
 
-void TestRegisterValues::variantAtRangeEdges_data()
-{
-    // The variant each value of the selecting field picks, as the register map documents it.
-    const QHash<QString, QStringList> expected {
-        {"BRG_DECAY", {"Mixed decay", "Timed & adaptive decay", "Timed & adaptive decay", "Timed & adaptive decay"}},
-        {"BRG_LOOP", {"Duty loop", "Current loop", "Current loop", "Current loop"}},
-        {"BRG_DRIVE",
-            {"Peak current", "Peak current", "Averaged current & load sense", "Averaged current & load sense"}},
-    };
-    QTest::addColumn<QString>("registerName");
-    QTest::addColumn<quint64>("selector"); // the whole BRG_SELECT value
-    QTest::addColumn<QString>("variant");
-    QStringList seen;
-    for (XmlValueRegister* each : qAsConst(*example()->registerSet()->getRegisters())) {
-        if (each->getRegisterVariants()->size() < 2)
-            continue;
-        seen << each->name();
-        for (XmlRegisterVariant* variant : qAsConst(*each->getRegisterVariants())) {
-            for (const XmlRegisterVariantImpactedBy* entry : qAsConst(*variant->getImpactedsBy())) {
-                const qint64 top = qint64(entry->getMaskValue() >> entry->getShift());
-                const qint64 from = qint64(entry->getRangeFrom());
-                const qint64 to = qint64(entry->getRangeTo());
-                for (qint64 edge : {from, to, from - 1, to + 1}) {
-                    if (edge < 0 || edge > top)
-                        continue;
-                    QTest::addRow("%s %s %lld", qPrintable(each->name()), qPrintable(variant->getName()), edge)
-                        << each->name() << quint64(edge << entry->getShift())
-                        << expected.value(each->name()).value(int(edge));
-                }
-            }
-        }
-    }
-    QCOMPARE(seen, QStringList({"BRG_DECAY", "BRG_LOOP", "BRG_DRIVE"}));
-}
-
-void TestRegisterValues::variantAtRangeEdges()
-{
-    QFETCH(QString, registerName);
-    QFETCH(quint64, selector);
-    QFETCH(QString, variant);
-    RegisterValues session(example());
-    session.setValue(reg(QStringLiteral("BRG_SELECT")), selector);
-    const RegisterVariantChoice choice = session.chooseVariant(reg(registerName));
-    QCOMPARE(choice.outcome, RegisterVariantChoice::Decided);
-    QCOMPARE(choice.variant->getName(), variant);
-}
-
 void TestRegisterValues::gapsLeaveNoVariant_data()
 {
     QTest::addColumn<quint64>("pick"); // SEL.pick, bits 1-3
@@ -159,7 +110,8 @@ void TestRegisterValues::gapsLeaveNoVariant()
     QFETCH(quint64, pick);
     QFETCH(QString, variant);
     RegisterValues session(static_cast<XmlProductIC*>(m_odd.get()));
-    QVERIFY(session.setValue(QStringLiteral("SEL"), QString::number(pick << 1)));
+    // The bits around the selecting field are set too: only the field's own bits may count.
+    QVERIFY(session.setValue(QStringLiteral("SEL"), QString::number(pick << 1 | 0xF1)));
     const RegisterVariantChoice choice = session.chooseVariant(session.findRegister(QStringLiteral("GAPPY")));
     if (!variant.isEmpty()) {
         QCOMPARE(choice.outcome, RegisterVariantChoice::Decided);
@@ -240,12 +192,9 @@ void TestRegisterValues::decode_data()
                                     << QStringList();
     QTest::newRow("unit") << "LINK_TIMEOUT" << quint64(0) << quint64(500) << "wdt_time=500:500 ms" << quint64(0)
                           << QStringList();
-    QTest::newRow("date") << "ID_DATE" << quint64(0) << quint64(0x20250930) << "sort_date=539298096:2025-09-30"
-                          << quint64(0) << QStringList();
-    QTest::newRow("version") << "ID_ROMVER" << quint64(0) << quint64(0x00020010) << "rom_ver=131088:2.10" << quint64(0)
-                             << QStringList();
-    QTest::newRow("text") << "ID_TAG" << quint64(0) << quint64(0x4B495635) << "part_tag=1263097397:KIV5" << quint64(0)
-                          << QStringList();
+    QTest::newRow("date: the value kind's own text")
+        << "ID_DATE" << quint64(0) << quint64(0x20250930) << "sort_date=539298096:2025-09-30" << quint64(0)
+        << QStringList();
     QTest::newRow("alert of a set field, bits above the size")
         << "SYS_EVENTS" << quint64(0) << quint64(0x102) << "por=0:no|brg_trip=1:yes|link_lost=0:no|gate_low=0:no"
         << quint64(0x100)
@@ -345,37 +294,27 @@ void TestRegisterValues::encode()
 void TestRegisterValues::findRegister_data()
 {
     QTest::addColumn<QString>("given");
-    QTest::addColumn<QString>("found");
-    QTest::addColumn<QString>("error");
-    QTest::newRow("name") << "BRG_LOOP"
-                          << "BRG_LOOP"
-                          << "";
-    QTest::newRow("name in another case") << "brg_loop"
-                                          << "BRG_LOOP"
-                                          << "";
-    QTest::newRow("hex address") << "0x92"
-                                 << "BRG_LOOP"
-                                 << "";
-    QTest::newRow("decimal address") << "146"
-                                     << "BRG_LOOP"
-                                     << "";
-    QTest::newRow("typo") << "BRG_LOPP"
-                          << ""
-                          << "no register \"BRG_LOPP\"; nearest: BRG_LOOP, BRG_HOLD, BRG_DYN";
-    QTest::newRow("free address") << "0x30"
-                                  << ""
-                                  << "no register at address 0x30";
+    QTest::addColumn<QString>("found"); ///< the register's name, or the error message
+    const char* const rows[][2] = {
+        {"BRG_LOOP", "BRG_LOOP"},
+        {"brg_loop", "BRG_LOOP"},
+        {"0x92", "BRG_LOOP"},
+        {"146", "BRG_LOOP"},
+        {"BRG_LOPP", "no register \"BRG_LOPP\"; nearest: BRG_LOOP, BRG_HOLD, BRG_DYN"},
+        {"0x30", "no register at address 0x30"},
+    };
+    for (const auto& row : rows)
+        QTest::newRow(row[0]) << row[0] << row[1];
 }
 
 void TestRegisterValues::findRegister()
 {
     QFETCH(QString, given);
     QFETCH(QString, found);
-    QFETCH(QString, error);
     QString message;
     XmlValueRegister* result = RegisterValues(example()).findRegister(given, &message);
-    QCOMPARE(result ? result->name() : QString(), found);
-    QCOMPARE(message, error);
+    QCOMPARE(result ? result->name() : message, found);
+    QCOMPARE(message.isEmpty(), result != nullptr);
 }
 
 /// A 72-bit register, a field reaching past its register and a shift of 70 decode and encode in 64 bits.
