@@ -10,11 +10,16 @@
 
 namespace {
 
-QString describe(const EsiDeviceIdentity& d)
+/// Each device as "#position vendor/product/revision type 'T' name 'N' group 'G'/'group name'", one a line.
+QString describe(const QVector<EsiDeviceIdentity>& devices)
 {
-    return QStringLiteral("%1 #%2 %3/%4/%5 type '%6' name '%7' group '%8'/'%9'")
-        .arg(QFileInfo(d.file).fileName(), QString::number(d.position), QString::number(d.vendorId, 16),
-            QString::number(d.productCode, 16), QString::number(d.revision, 16), d.type, d.name, d.group, d.groupName);
+    QStringList lines;
+    for (const EsiDeviceIdentity& d : devices)
+        lines << QStringLiteral("#%1 %2/%3/%4 type '%5' name '%6' group '%7'/'%8'")
+                     .arg(QString::number(d.position), QString::number(d.vendorId, 16),
+                         QString::number(d.productCode, 16), QString::number(d.revision, 16), d.type, d.name, d.group,
+                         d.groupName);
+    return lines.join(QLatin1Char('\n'));
 }
 
 QByteArray esi(const QByteArray& devices, const QByteArray& vendorId = "#x00000A7C")
@@ -89,53 +94,43 @@ void TestEsiCatalog::initTestCase()
 void TestEsiCatalog::reader_data()
 {
     QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QString>("expected"); ///< describe() of the first device, or the error message
-    QTest::addColumn<int>("count");
-    const QString ok = QStringLiteral("f.xml #0 a7c/");
-    QTest::newRow("hex and decimal") << esi(device("#x0C8E3052", "1179648"))
-                                     << ok
-            + "c8e3052/120000 type "
-              "'KG-#x0C8E3052' name 'KG drive' group 'Drv'/'Drives'"
-                                     << 1;
-    QTest::newRow("decimal vendor above 2^31") << esi(device("1", "2"), "3502166480")
-                                               << "f.xml #0 d0bed1d0/1/2 type 'KG-1' name 'KG drive' group "
-                                                  "'Drv'/'Drives'"
-                                               << 1;
+    QTest::addColumn<QString>("expected"); ///< describe() of the devices, or the error message
+    QTest::newRow("hex and decimal") << esi(device(
+        "#x0C8E3052", "1179648")) << "#0 a7c/c8e3052/120000 type 'KG-#x0C8E3052' name 'KG drive' group 'Drv'/'Drives'";
+    QTest::newRow("decimal vendor above 2^31")
+        << esi(device("1", "2"), "3502166480") << "#0 d0bed1d0/1/2 type 'KG-1' name 'KG drive' group 'Drv'/'Drives'";
     QTest::newRow("UTF-8 BOM") << "\xEF\xBB\xBF" + esi(device("#x1", "#x2", "Ger\xC3\xA4t"))
-                               << ok + "1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'" << 1;
+                               << "#0 a7c/1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'";
     QByteArray latin1 = esi(device("#x1", "#x2", "Ger\xE4t"));
     latin1.replace("UTF-8", "ISO-8859-1");
-    QTest::newRow("Latin-1") << latin1 << ok + "1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'" << 1;
+    QTest::newRow("Latin-1") << latin1 << "#0 a7c/1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'";
     QTest::newRow("German only") << esi("<Device><Type ProductCode=\"#x1\" RevisionNo=\"#x2\">T</Type>"
                                         "<Name LcId=\"1031\">Antrieb</Name><Name LcId=\"2052\">X</Name></Device>")
-                                 << ok + "1/2 type 'T' name 'Antrieb' group ''/''" << 1;
+                                 << "#0 a7c/1/2 type 'T' name 'Antrieb' group ''/''";
     QTest::newRow("slots and nested names")
         << esi("<Device><Type ProductCode=\"#x1\" RevisionNo=\"#x2\">T</Type><Name LcId=\"1033\"><![CDATA[Coupler "
                "&]]> one</Name><Slots><Slot><Name LcId=\"1033\">Slot 1</Name></Slot></Slots>"
                "<Profile><Dictionary><Objects><Object><Name>Obj</Name></Object></Objects></Dictionary></Profile>"
                "<Device><Name>inner</Name></Device></Device>")
-        << ok + "1/2 type 'T' name 'Coupler & one' group ''/''" << 1;
-    QTest::newRow("absent numbers are 0") << esi("<Device><Type>T</Type></Device>" + device("#x5", "#x6"))
-                                          << ok + "0/0 type 'T' name '' group ''/''" << 2;
+        << "#0 a7c/1/2 type 'T' name 'Coupler & one' group ''/''";
+    QTest::newRow("absent numbers are 0")
+        << esi("<Device><Type>T</Type></Device>" + device("#x5", "#x6"))
+        << "#0 a7c/0/0 type 'T' name '' group ''/''\n#1 a7c/5/6 type 'KG-#x5' name 'KG drive' group 'Drv'/'Drives'";
     QTest::newRow("not ESI") << QByteArray("<?xml version=\"1.0\"?>\n<EtherCATModule><Vendor/></EtherCATModule>")
-                             << "f.xml:2:16: root element \"EtherCATModule\" is not \"EtherCATInfo\"" << 0;
+                             << "f.xml:2:16: root element \"EtherCATModule\" is not \"EtherCATInfo\"";
     QTest::newRow("revision above 32 bits")
         << esi(device("#x1", "4294967296"))
-        << "f.xml:7:56: revision number \"4294967296\" is not a number (#x hexadecimal or decimal, at most 32 bits)"
-        << 0;
-    QTest::newRow("bad product code") << esi(device("#xZZ", "1"))
-                                      << "f.xml:7:48: product code \"#xZZ\" is not a number (#x hexadecimal or "
-                                         "decimal, at most 32 bits)"
-                                      << 0;
+        << "f.xml:7:56: revision number \"4294967296\" is not a number (#x hexadecimal or decimal, at most 32 bits)";
+    QTest::newRow("bad product code") << esi(device("#xZZ",
+        "1")) << "f.xml:7:48: product code \"#xZZ\" is not a number (#x hexadecimal or decimal, at most 32 bits)";
     QTest::newRow("device without type") << esi(device("#x1", "1") + "<Device><Name>x</Name></Device>")
-                                         << "f.xml:8:8: device 1 has no \"Type\"" << 0;
-    QTest::newRow("truncated") << esi(device("#x1", "1")).left(200) << "f.xml:5:67: Premature end of document." << 0;
+                                         << "f.xml:8:8: device 1 has no \"Type\"";
+    QTest::newRow("truncated") << esi(device("#x1", "1")).left(200) << "f.xml:5:67: Premature end of document.";
     QTest::newRow("cut after the root") << esi(device("#x1", "1")) + "<junk>"
-                                        << "f.xml:11:6: Extra content at end of document." << 0;
-    QTest::newRow("no vendor") << QByteArray(
-        "<EtherCATInfo><Descriptions><Devices><Device><Type>T</Type></Device></Devices></Descriptions>"
-        "</EtherCATInfo>") << "f.xml:1:108: no vendor id (\"Vendor\"/\"Id\")"
-                               << 0;
+                                        << "f.xml:11:6: Extra content at end of document.";
+    QTest::newRow("no vendor") << QByteArray("<EtherCATInfo><Descriptions><Devices><Device><Type>T</Type></Device>"
+                                             "</Devices></Descriptions></EtherCATInfo>")
+                               << "f.xml:1:108: no vendor id (\"Vendor\"/\"Id\")";
 }
 
 /// Identities as ESI files mean them; a file that cannot be read whole yields its reason and no device.
@@ -143,14 +138,12 @@ void TestEsiCatalog::reader()
 {
     QFETCH(QByteArray, xml);
     QFETCH(QString, expected);
-    QFETCH(int, count);
     QBuffer buffer(&xml);
     QVERIFY(buffer.open(QIODevice::ReadOnly));
     EsiCatalogReader reader;
     const bool ok = reader.read(&buffer, QStringLiteral("f.xml"));
-    QCOMPARE(ok, count > 0);
-    QCOMPARE(reader.devices().size(), count);
-    QCOMPARE(ok ? describe(reader.devices().first()) : reader.errorMessage(), expected);
+    QCOMPARE(ok ? describe(reader.devices()) : reader.errorMessage(), expected);
+    QVERIFY(ok || reader.devices().isEmpty());
 }
 
 /// The reader's language comes first; without it, English; the vendor's name follows the same order.
