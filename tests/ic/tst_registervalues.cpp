@@ -48,27 +48,6 @@ QString decodingLine(const RegisterDecoding& decoding)
     return parts.join(QLatin1String("; "));
 }
 
-// A selector with gaps between the variants' ranges, a 72-bit register, a field above its register's size
-// and one whose shift is out of reach.
-const QByteArray kOddIC = R"(<product_ic name="ODD"><register_set>
-<value_register address="0x10" name="SEL" size="8" group="0"><register_variant name="DEFAULT">
-  <value_register_field name="pick" shift="1" mask="E"><value_unsigned min="0" max="7" default="0" access="RW"/></value_register_field>
-</register_variant></value_register>
-<value_register address="0x11" name="GAPPY" size="8" group="0">
-  <register_variant name="A"><value_register_field name="a" shift="0" mask="F"><value_unsigned min="0" max="15" default="0" access="RW"/></value_register_field>
-    <register_variant_impacted_by address="0x10" shift="1" mask="E" range_from="1" range_to="2"/></register_variant>
-  <register_variant name="B"><value_register_field name="b" shift="4" mask="F0"><value_unsigned min="0" max="15" default="0" access="RW"/></value_register_field>
-    <register_variant_impacted_by address="0x10" shift="1" mask="E" range_from="4" range_to="5"/></register_variant>
-</value_register>
-<value_register address="0x12" name="WIDE" size="72" group="0"><register_variant name="DEFAULT">
-  <value_register_field name="all" shift="0" mask="FFFFFFFFFFFFFFFF"><value_signed min="-5" max="5" default="-1" access="RW"/></value_register_field>
-</register_variant></value_register>
-<value_register address="0x13" name="SMALL" size="8" group="0"><register_variant name="DEFAULT">
-  <value_register_field name="over" shift="4" mask="FF0"><value_unsigned min="0" max="255" default="255" access="RW"/></value_register_field>
-  <value_register_field name="far" shift="70" mask="1"><value_bool default="true" access="RW"/></value_register_field>
-</register_variant></value_register>
-</register_set></product_ic>)";
-
 } // namespace
 
 class TestRegisterValues : public QObject
@@ -91,7 +70,7 @@ private slots:
 
 private:
     std::unique_ptr<XmlProductInterface> m_example;
-    std::unique_ptr<XmlProductInterface> m_odd;
+    std::unique_ptr<XmlProductInterface> m_odd; ///< a selector with gaps, odd sizes and shifts
     XmlProductIC* example() const { return static_cast<XmlProductIC*>(m_example.get()); }
     XmlValueRegister* reg(const QString& name) const { return RegisterValues(example()).findRegister(name); }
     QTemporaryDir m_dir;
@@ -101,8 +80,7 @@ void TestRegisterValues::initTestCase()
 {
     m_example = parseFile(QStringLiteral(KIVCORE_EXAMPLES_DIR "/ic/kiv-ic-example.xml"));
     QVERIFY(qobject_cast<XmlProductIC*>(m_example.get()));
-    const LogCapture quiet;
-    m_odd = TestXml::parseProduct(kOddIC);
+    m_odd = parseFile(QStringLiteral(KIVCORE_TEST_DATA_DIR "/ic/odd-registers.xml"));
     QVERIFY(qobject_cast<XmlProductIC*>(m_odd.get()));
 }
 
