@@ -180,30 +180,23 @@ void TestIcProduct::pinMapBoardIsBase10()
 
 void TestIcProduct::registerAttributes_data()
 {
-    QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<uint>("address");
-    QTest::addColumn<int>("size");
-    QTest::addColumn<uint>("group");
-    QTest::newRow("hex") << QByteArray("<value_register address=\"0x6C\" size=\"32\" group=\"0x3\"/>") << 108u << 32
-                         << 3u;
-    QTest::newRow("decimal") << QByteArray("<value_register address=\"108\" size=\"16\" group=\"3\"/>") << 108u << 16
-                             << 3u;
-    QTest::newRow("octal") << QByteArray("<value_register address=\"0154\" size=\"8\" group=\"010\"/>") << 108u << 8
-                           << 8u;
-    QTest::newRow("size is base 10") << QByteArray("<value_register address=\"1\" size=\"0x20\"/>") << 1u << 0 << 0u;
-    QTest::newRow("junk") << QByteArray("<value_register address=\"x\" size=\"8b\" group=\"-1\"/>") << 0u << 0 << 0u;
+    QTest::addColumn<QByteArray>("attributes");
+    QTest::addColumn<QString>("read"); ///< address, size, group
+    QTest::newRow("hex") << QByteArray(R"(address="0x6C" size="32" group="0x3")") << "108 32 3";
+    QTest::newRow("decimal") << QByteArray(R"(address="108" size="16" group="3")") << "108 16 3";
+    QTest::newRow("octal") << QByteArray(R"(address="0154" size="8" group="010")") << "108 8 8";
+    QTest::newRow("size is base 10") << QByteArray(R"(address="1" size="0x20")") << "1 0 0";
+    QTest::newRow("junk") << QByteArray(R"(address="x" size="8b" group="-1")") << "0 0 0";
 }
 
 void TestIcProduct::registerAttributes()
 {
-    QFETCH(QByteArray, xml);
-    QFETCH(uint, address);
-    QFETCH(int, size);
-    QFETCH(uint, group);
-    auto reg = parse(&KIVXmlParser::parseValueRegister, xml);
-    QCOMPARE(reg->address(), address);
-    QCOMPARE(reg->getSize(), size);
-    QCOMPARE(reg->getGroupID(), group);
+    QFETCH(QByteArray, attributes);
+    QFETCH(QString, read);
+    auto reg = parse(&KIVXmlParser::parseValueRegister, "<value_register " + attributes + "/>");
+    QCOMPARE(QString::number(reg->address()) + ' ' + QString::number(reg->getSize()) + ' '
+            + QString::number(reg->getGroupID()),
+        read);
     QCOMPARE(reg->getType(), 5);
 }
 
