@@ -35,14 +35,11 @@ struct Reference
     QVector<ModelDevice> model;
 };
 
-bool referenceNumber(QString text, quint32* value)
+/// "#x" hexadecimal or decimal, as the catalog reads ESI numbers.
+quint32 referenceNumber(QString text)
 {
     text = text.trimmed();
-    bool ok = false;
-    const qulonglong number
-        = text.startsWith(QLatin1String("#x")) ? text.mid(2).toULongLong(&ok, 16) : text.toULongLong(&ok, 10);
-    *value = quint32(number);
-    return ok && number <= 0xFFFFFFFFull;
+    return quint32(text.startsWith(QLatin1String("#x")) ? text.mid(2).toULongLong(nullptr, 16) : text.toULongLong());
 }
 
 QList<QDomElement> children(const QDomElement& parent, const QString& name = QString())
@@ -114,8 +111,7 @@ Reference readReference(const QString& path)
     reference.root = root.tagName();
     const QDomElement vendor = root.firstChildElement(QStringLiteral("Vendor"));
     reference.vendorId = vendor.firstChildElement(QStringLiteral("Id")).text();
-    quint32 vendorId = 0;
-    referenceNumber(reference.vendorId, &vendorId);
+    const quint32 vendorId = referenceNumber(reference.vendorId);
     QHash<QString, QString> groups;
     for (const QDomElement& descriptions : children(root, QStringLiteral("Descriptions"))) {
         for (const QDomElement& group :
@@ -130,8 +126,8 @@ Reference readReference(const QString& path)
             device.vendorId = vendorId;
             device.vendorName = catalogName(vendor);
             const QDomElement type = element.firstChildElement(QStringLiteral("Type"));
-            referenceNumber(type.attribute(QStringLiteral("ProductCode"), QStringLiteral("0")), &device.productCode);
-            referenceNumber(type.attribute(QStringLiteral("RevisionNo"), QStringLiteral("0")), &device.revision);
+            device.productCode = referenceNumber(type.attribute(QStringLiteral("ProductCode")));
+            device.revision = referenceNumber(type.attribute(QStringLiteral("RevisionNo")));
             device.type = type.text().trimmed();
             device.name = catalogName(element, &device.names);
             device.group = element.firstChildElement(QStringLiteral("GroupType")).text().trimmed();
