@@ -1,14 +1,8 @@
-#include "EsiTest.h"
-
-#include "esi/ESIXmlDescriptions.h"
-#include "esi/ESIXmlDevice.h"
 #include "esi/EsiCatalog.h"
 #include "esi/EsiCatalogReader.h"
 
 #include <QBuffer>
 #include <QDir>
-#include <QDomDocument>
-#include <QLoggingCategory>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QTemporaryDir>
@@ -16,98 +10,17 @@
 
 namespace {
 
-// ---- An independent reading of the sample files, with a DOM: what the catalog must list. ----
-
-bool referenceNumber(QString text, quint32* value)
+/// Each device as "#position vendor/product/revision type 'T' name 'N' group 'G'/'group name'", one a line.
+QString describe(const QVector<EsiDeviceIdentity>& devices)
 {
-    text = text.trimmed();
-    bool ok = false;
-    const qulonglong number
-        = text.startsWith(QLatin1String("#x")) ? text.mid(2).toULongLong(&ok, 16) : text.toULongLong(&ok, 10);
-    *value = quint32(number);
-    return ok && number <= 0xFFFFFFFFull;
+    QStringList lines;
+    for (const EsiDeviceIdentity& d : devices)
+        lines << QStringLiteral("#%1 %2/%3/%4 type '%5' name '%6' group '%7'/'%8'")
+                     .arg(QString::number(d.position), QString::number(d.vendorId, 16),
+                         QString::number(d.productCode, 16), QString::number(d.revision, 16), d.type, d.name, d.group,
+                         d.groupName);
+    return lines.join(QLatin1Char('\n'));
 }
-
-QList<QDomElement> children(const QDomElement& parent, const QString& name)
-{
-    QList<QDomElement> list;
-    for (QDomElement child = parent.firstChildElement(name); !child.isNull(); child = child.nextSiblingElement(name))
-        list << child;
-    return list;
-}
-
-/// The name by the catalog's rule, decided over the DOM: 1033, no LcId, then the first one.
-QString referenceName(const QDomElement& owner, QStringList* all = nullptr)
-{
-    QString english, unmarked, first;
-    bool hasEnglish = false, hasUnmarked = false;
-    for (const QDomElement& name : children(owner, QStringLiteral("Name"))) {
-        const QString text = name.text().trimmed();
-        if (all)
-            *all << text;
-        if (first.isNull())
-            first = text;
-        if (name.attribute(QStringLiteral("LcId")) == QLatin1String("1033") && !hasEnglish) {
-            english = text;
-            hasEnglish = true;
-        }
-        if (!name.hasAttribute(QStringLiteral("LcId")) && !hasUnmarked) {
-            unmarked = text;
-            hasUnmarked = true;
-        }
-    }
-    return hasEnglish ? english : hasUnmarked ? unmarked : first.isNull() ? QString() : first;
-}
-
-QVector<EsiDeviceIdentity> referenceDevices(const QString& path, bool* isEsi)
-{
-    QVector<EsiDeviceIdentity> devices;
-    QFile file(path);
-    QDomDocument document;
-    if (!file.open(QIODevice::ReadOnly) || !document.setContent(&file))
-        return devices;
-    const QDomElement root = document.documentElement();
-    *isEsi = root.tagName() == QLatin1String("EtherCATInfo");
-    const QDomElement vendor = root.firstChildElement(QStringLiteral("Vendor"));
-    quint32 vendorId = 0;
-    referenceNumber(vendor.firstChildElement(QStringLiteral("Id")).text(), &vendorId);
-    QHash<QString, QString> groups;
-    for (const QDomElement& descriptions : children(root, QStringLiteral("Descriptions"))) {
-        for (const QDomElement& group :
-            children(descriptions.firstChildElement(QStringLiteral("Groups")), QStringLiteral("Group"))) {
-            const QString type = group.firstChildElement(QStringLiteral("Type")).text().trimmed();
-            if (!groups.contains(type))
-                groups.insert(type, referenceName(group));
-        }
-        for (const QDomElement& element :
-            children(descriptions.firstChildElement(QStringLiteral("Devices")), QStringLiteral("Device"))) {
-            EsiDeviceIdentity device;
-            device.vendorId = vendorId;
-            device.vendorName = referenceName(vendor);
-            const QDomElement type = element.firstChildElement(QStringLiteral("Type"));
-            referenceNumber(type.attribute(QStringLiteral("ProductCode"), QStringLiteral("0")), &device.productCode);
-            referenceNumber(type.attribute(QStringLiteral("RevisionNo"), QStringLiteral("0")), &device.revision);
-            device.type = type.text().trimmed();
-            device.name = referenceName(element, &device.names);
-            device.group = element.firstChildElement(QStringLiteral("GroupType")).text().trimmed();
-            device.file = path;
-            device.position = devices.size();
-            devices << device;
-        }
-    }
-    for (EsiDeviceIdentity& device : devices)
-        device.groupName = groups.value(device.group);
-    return devices;
-}
-
-QString describe(const EsiDeviceIdentity& d)
-{
-    return QStringLiteral("%1 #%2 %3/%4/%5 type '%6' name '%7' group '%8'/'%9'")
-        .arg(QFileInfo(d.file).fileName(), QString::number(d.position), QString::number(d.vendorId, 16),
-            QString::number(d.productCode, 16), QString::number(d.revision, 16), d.type, d.name, d.group, d.groupName);
-}
-
-// ---- Crafted files ----
 
 QByteArray esi(const QByteArray& devices, const QByteArray& vendorId = "#x00000A7C")
 {
@@ -130,6 +43,16 @@ bool writeFile(const QString& path, const QByteArray& bytes)
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
+/// A scan's counts in one line: found, read, unchanged, removed, not ESI, devices, failures.
+QString counts(const EsiScanResult& r)
+{
+    QStringList numbers;
+    for (int n :
+        {r.filesFound, r.filesRead, r.filesUnchanged, r.filesRemoved, r.filesNotEsi, r.devices, int(r.failures.size())})
+        numbers << QString::number(n);
+    return numbers.join(QLatin1Char(' '));
+}
+
 /// Moves a file's modification time, so that a rewrite of the same size within a second is still seen.
 void touch(const QString& path, int secondsAhead)
 {
@@ -146,8 +69,6 @@ class TestEsiCatalog : public QObject
 
 private slots:
     void initTestCase();
-    void samples_data();
-    void samples();
     void reader_data();
     void reader();
     void language();
@@ -168,128 +89,48 @@ void TestEsiCatalog::initTestCase()
 {
     QVERIFY(m_dir.isValid());
     QStandardPaths::setTestModeEnabled(true);
-    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false")); // the model's reports on samples
-}
-
-void TestEsiCatalog::samples_data()
-{
-    QTest::addColumn<QString>("path");
-    // Devices whose identity the model reads otherwise, and why (reviewed by hand).
-    QTest::addColumn<QStringList>("modelDiffers");
-    const QDir dir(QStringLiteral(KIVCORE_ESI_SAMPLES_DIR));
-    if (!dir.exists())
-        QSKIP("no ESI samples (../shared/esi-samples)");
-    const QHash<QString, QStringList> differs {
-        // Decimal "RevisionNo" texts: the model drops two characters and reads hexadecimal, giving 0.
-        {QStringLiteral("NI9144.xml"),
-            {QStringLiteral("0 revision"), QStringLiteral("1 revision"), QStringLiteral("2 revision"),
-                QStringLiteral("3 revision")}},
-        // German names only: the model keeps no name.
-        {QStringLiteral("AX58100_EVB_DIO_ESI_00010200_00000001_20220323.xml"), {QStringLiteral("0 name")}},
-        // "Name" elements inside "Slots" overwrite the model's device name.
-        {QStringLiteral("INOVANCE_GL20_RTU_ECT32_3.1.2.0.xml"), {QStringLiteral("0 name")}},
-        {QStringLiteral("UTRIO-UC20-RTU-EC-A_20251104.xml"), {QStringLiteral("0 name")}},
-        {QStringLiteral("Weidmueller_UR20_FBC.xml"), {QStringLiteral("0 name"), QStringLiteral("1 name")}},
-    };
-    for (const QString& entry : dir.entryList({QStringLiteral("*.xml")}, QDir::Files, QDir::Name))
-        QTest::newRow(qPrintable(entry)) << dir.filePath(entry) << differs.value(entry);
-}
-
-/// Every sample's identities equal the DOM's reading; where the model reads them otherwise, exactly the
-/// reviewed devices differ.
-void TestEsiCatalog::samples()
-{
-    QFETCH(QString, path);
-    QFETCH(QStringList, modelDiffers);
-    bool isEsi = false;
-    const QVector<EsiDeviceIdentity> expected = referenceDevices(path, &isEsi);
-    EsiCatalogReader reader;
-    const bool ok = reader.read(path);
-    if (!isEsi) {
-        QVERIFY(!ok);
-        QCOMPARE(reader.status(), EsiCatalogReader::Status::NotEsi);
-        QVERIFY(reader.devices().isEmpty());
-        return;
-    }
-    QVERIFY2(ok, qPrintable(reader.errorMessage()));
-    QVERIFY(!expected.isEmpty());
-    QCOMPARE(reader.devices().size(), expected.size());
-    for (int i = 0; i < expected.size(); ++i)
-        QCOMPARE(describe(reader.devices().at(i)), describe(expected.at(i)));
-    QCOMPARE(reader.devices(), expected);
-
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const std::unique_ptr<XmlEtherCATInfo> model(ESIXmlParser::parseInfo(&file));
-    QVERIFY(model);
-    QStringList differs;
-    int position = 0;
-    for (const ESIXmlDescriptions* descriptions : model->getDescriptions()) {
-        for (const ESIXmlDevice* modelDevice : descriptions->getDevices()) {
-            const EsiDeviceIdentity& device = expected.at(position);
-            if (modelDevice->getProductCode() != device.productCode)
-                differs << QString::number(position) + QStringLiteral(" product");
-            if (modelDevice->getRevisionNo() != device.revision)
-                differs << QString::number(position) + QStringLiteral(" revision");
-            if (modelDevice->getName() != device.name)
-                differs << QString::number(position) + QStringLiteral(" name");
-            ++position;
-        }
-    }
-    QCOMPARE(position, expected.size());
-    QCOMPARE(differs, modelDiffers);
 }
 
 void TestEsiCatalog::reader_data()
 {
     QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QString>("expected"); ///< describe() of the first device, or the error message
-    QTest::addColumn<int>("count");
-    const QString ok = QStringLiteral("f.xml #0 a7c/");
-    QTest::newRow("hex and decimal") << esi(device("#x0C8E3052", "1179648"))
-                                     << ok
-            + "c8e3052/120000 type "
-              "'KG-#x0C8E3052' name 'KG drive' group 'Drv'/'Drives'"
-                                     << 1;
-    QTest::newRow("decimal vendor above 2^31") << esi(device("1", "2"), "3502166480")
-                                               << "f.xml #0 d0bed1d0/1/2 type 'KG-1' name 'KG drive' group "
-                                                  "'Drv'/'Drives'"
-                                               << 1;
+    QTest::addColumn<QString>("expected"); ///< describe() of the devices, or the error message
+    QTest::newRow("hex and decimal") << esi(device(
+        "#x0C8E3052", "1179648")) << "#0 a7c/c8e3052/120000 type 'KG-#x0C8E3052' name 'KG drive' group 'Drv'/'Drives'";
+    QTest::newRow("decimal vendor above 2^31")
+        << esi(device("1", "2"), "3502166480") << "#0 d0bed1d0/1/2 type 'KG-1' name 'KG drive' group 'Drv'/'Drives'";
     QTest::newRow("UTF-8 BOM") << "\xEF\xBB\xBF" + esi(device("#x1", "#x2", "Ger\xC3\xA4t"))
-                               << ok + "1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'" << 1;
+                               << "#0 a7c/1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'";
     QByteArray latin1 = esi(device("#x1", "#x2", "Ger\xE4t"));
     latin1.replace("UTF-8", "ISO-8859-1");
-    QTest::newRow("Latin-1") << latin1 << ok + "1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'" << 1;
+    QTest::newRow("Latin-1") << latin1 << "#0 a7c/1/2 type 'KG-#x1' name 'Gerät' group 'Drv'/'Drives'";
     QTest::newRow("German only") << esi("<Device><Type ProductCode=\"#x1\" RevisionNo=\"#x2\">T</Type>"
                                         "<Name LcId=\"1031\">Antrieb</Name><Name LcId=\"2052\">X</Name></Device>")
-                                 << ok + "1/2 type 'T' name 'Antrieb' group ''/''" << 1;
+                                 << "#0 a7c/1/2 type 'T' name 'Antrieb' group ''/''";
     QTest::newRow("slots and nested names")
         << esi("<Device><Type ProductCode=\"#x1\" RevisionNo=\"#x2\">T</Type><Name LcId=\"1033\"><![CDATA[Coupler "
                "&]]> one</Name><Slots><Slot><Name LcId=\"1033\">Slot 1</Name></Slot></Slots>"
                "<Profile><Dictionary><Objects><Object><Name>Obj</Name></Object></Objects></Dictionary></Profile>"
                "<Device><Name>inner</Name></Device></Device>")
-        << ok + "1/2 type 'T' name 'Coupler & one' group ''/''" << 1;
-    QTest::newRow("absent numbers are 0") << esi("<Device><Type>T</Type></Device>" + device("#x5", "#x6"))
-                                          << ok + "0/0 type 'T' name '' group ''/''" << 2;
+        << "#0 a7c/1/2 type 'T' name 'Coupler & one' group ''/''";
+    QTest::newRow("absent numbers are 0")
+        << esi("<Device><Type>T</Type></Device>" + device("#x5", "#x6"))
+        << "#0 a7c/0/0 type 'T' name '' group ''/''\n#1 a7c/5/6 type 'KG-#x5' name 'KG drive' group 'Drv'/'Drives'";
     QTest::newRow("not ESI") << QByteArray("<?xml version=\"1.0\"?>\n<EtherCATModule><Vendor/></EtherCATModule>")
-                             << "f.xml:2:16: root element \"EtherCATModule\" is not \"EtherCATInfo\"" << 0;
+                             << "f.xml:2:16: root element \"EtherCATModule\" is not \"EtherCATInfo\"";
     QTest::newRow("revision above 32 bits")
         << esi(device("#x1", "4294967296"))
-        << "f.xml:7:56: revision number \"4294967296\" is not a number (#x hexadecimal or decimal, at most 32 bits)"
-        << 0;
-    QTest::newRow("bad product code") << esi(device("#xZZ", "1"))
-                                      << "f.xml:7:48: product code \"#xZZ\" is not a number (#x hexadecimal or "
-                                         "decimal, at most 32 bits)"
-                                      << 0;
+        << "f.xml:7:56: revision number \"4294967296\" is not a number (#x hexadecimal or decimal, at most 32 bits)";
+    QTest::newRow("bad product code") << esi(device("#xZZ",
+        "1")) << "f.xml:7:48: product code \"#xZZ\" is not a number (#x hexadecimal or decimal, at most 32 bits)";
     QTest::newRow("device without type") << esi(device("#x1", "1") + "<Device><Name>x</Name></Device>")
-                                         << "f.xml:8:8: device 1 has no \"Type\"" << 0;
-    QTest::newRow("truncated") << esi(device("#x1", "1")).left(200) << "f.xml:5:67: Premature end of document." << 0;
+                                         << "f.xml:8:8: device 1 has no \"Type\"";
+    QTest::newRow("truncated") << esi(device("#x1", "1")).left(200) << "f.xml:5:67: Premature end of document.";
     QTest::newRow("cut after the root") << esi(device("#x1", "1")) + "<junk>"
-                                        << "f.xml:11:6: Extra content at end of document." << 0;
-    QTest::newRow("no vendor") << QByteArray(
-        "<EtherCATInfo><Descriptions><Devices><Device><Type>T</Type></Device></Devices></Descriptions>"
-        "</EtherCATInfo>") << "f.xml:1:108: no vendor id (\"Vendor\"/\"Id\")"
-                               << 0;
+                                        << "f.xml:11:6: Extra content at end of document.";
+    QTest::newRow("no vendor") << QByteArray("<EtherCATInfo><Descriptions><Devices><Device><Type>T</Type></Device>"
+                                             "</Devices></Descriptions></EtherCATInfo>")
+                               << "f.xml:1:108: no vendor id (\"Vendor\"/\"Id\")";
 }
 
 /// Identities as ESI files mean them; a file that cannot be read whole yields its reason and no device.
@@ -297,14 +138,12 @@ void TestEsiCatalog::reader()
 {
     QFETCH(QByteArray, xml);
     QFETCH(QString, expected);
-    QFETCH(int, count);
     QBuffer buffer(&xml);
     QVERIFY(buffer.open(QIODevice::ReadOnly));
     EsiCatalogReader reader;
     const bool ok = reader.read(&buffer, QStringLiteral("f.xml"));
-    QCOMPARE(ok, count > 0);
-    QCOMPARE(reader.devices().size(), count);
-    QCOMPARE(ok ? describe(reader.devices().first()) : reader.errorMessage(), expected);
+    QCOMPARE(ok ? describe(reader.devices()) : reader.errorMessage(), expected);
+    QVERIFY(ok || reader.devices().isEmpty());
 }
 
 /// The reader's language comes first; without it, English; the vendor's name follows the same order.
@@ -371,11 +210,7 @@ void TestEsiCatalog::folder()
     catalog.setThreadCount(2);
     EsiScanResult result;
     QVERIFY2(catalog.index(root, &result), qPrintable(catalog.errorString()));
-    QCOMPARE(result.filesFound, 4);
-    QCOMPARE(result.filesRead, 4);
-    QCOMPARE(result.filesNotEsi, 1);
-    QCOMPARE(result.devices, 3);
-    QCOMPARE(result.failures.size(), 1);
+    QCOMPARE(counts(result), QStringLiteral("4 4 0 0 1 3 1"));
     const QString canonical = QFileInfo(root).canonicalFilePath();
     QCOMPARE(result.failures.first().file, canonical + "/m/broken.xml");
     QCOMPARE(result.failures.first().reason, QStringLiteral("Premature end of document."));
@@ -398,23 +233,18 @@ void TestEsiCatalog::folder()
 
     // Unchanged: nothing read. Touched: only that file.
     QVERIFY(catalog.index(root, &result));
-    QCOMPARE(result.filesRead, 0);
-    QCOMPARE(result.filesUnchanged, 4);
-    QCOMPARE(result.failures.size(), 1);
+    QCOMPARE(counts(result), QStringLiteral("4 0 4 0 1 3 1"));
     QVERIFY(result.failures.first().fromEarlierScan);
     QVERIFY(writeFile(root + "/z/b.XML", esi(device("#x10", "#x1", "renamed entry"))));
     touch(root + "/z/b.XML", 10);
     QVERIFY(catalog.index(root, &result));
-    QCOMPARE(result.filesRead, 1);
-    QCOMPARE(result.filesUnchanged, 3);
+    QCOMPARE(counts(result), QStringLiteral("4 1 3 0 1 3 1"));
     query.text = QStringLiteral("renamed");
     QCOMPARE(catalog.find(query).size(), 1);
 
     QVERIFY(QFile::remove(root + "/a.xml"));
     QVERIFY(catalog.index(root, &result));
-    QCOMPARE(result.filesRemoved, 1);
-    QCOMPARE(result.filesRead, 0);
-    QCOMPARE(result.devices, 1);
+    QCOMPARE(counts(result), QStringLiteral("3 0 3 1 1 1 1"));
     query = EsiCatalogQuery();
     query.vendorId = 0xA7C;
     QCOMPARE(catalog.find(query).size(), 1);
@@ -425,15 +255,15 @@ void TestEsiCatalog::nearest_data()
     QTest::addColumn<quint32>("vendor");
     QTest::addColumn<quint32>("product");
     QTest::addColumn<quint32>("revision");
-    QTest::addColumn<int>("found"); ///< -1: none
+    QTest::addColumn<QString>("found"); ///< vendor/product/revision of what was found
     QTest::addColumn<bool>("substituted");
-    QTest::newRow("exact") << 1u << 10u << 3u << 3 << false;
-    QTest::newRow("highest below") << 1u << 10u << 4u << 3 << true;
-    QTest::newRow("above all") << 1u << 10u << 9u << 5 << true;
-    QTest::newRow("lowest above") << 2u << 10u << 1u << 4 << true;
-    QTest::newRow("own product only") << 1u << 11u << 9u << 4 << true;
-    QTest::newRow("exact under another vendor only") << 1u << 13u << 4u << -1 << false;
-    QTest::newRow("unknown vendor") << 3u << 10u << 4u << -1 << false;
+    QTest::newRow("exact") << 1u << 10u << 3u << "1/10/3" << false;
+    QTest::newRow("highest below") << 1u << 10u << 4u << "1/10/3" << true;
+    QTest::newRow("above all") << 1u << 10u << 9u << "1/10/5" << true;
+    QTest::newRow("lowest above") << 2u << 10u << 1u << "2/10/4" << true;
+    QTest::newRow("own product only") << 1u << 11u << 9u << "1/11/4" << true;
+    QTest::newRow("exact under another vendor only") << 1u << 13u << 4u << "" << false;
+    QTest::newRow("unknown vendor") << 3u << 10u << 4u << "" << false;
 }
 
 /// --nearest stays with the vendor and product asked, even when other ones hold the exact revision.
@@ -442,7 +272,7 @@ void TestEsiCatalog::nearest()
     QFETCH(quint32, vendor);
     QFETCH(quint32, product);
     QFETCH(quint32, revision);
-    QFETCH(int, found);
+    QFETCH(QString, found);
     QFETCH(bool, substituted);
     const QString root = m_dir.filePath(QStringLiteral("nearest"));
     if (!QFile::exists(root)) {
@@ -459,14 +289,11 @@ void TestEsiCatalog::nearest()
     query.revision = revision;
     query.nearest = true;
     bool wasSubstituted = !substituted;
-    const QVector<EsiDeviceIdentity> devices = catalog.find(query, &wasSubstituted);
-    QCOMPARE(devices.size(), found < 0 ? 0 : 1);
+    QStringList ids;
+    for (const EsiDeviceIdentity& d : catalog.find(query, &wasSubstituted))
+        ids << QString::number(d.vendorId) + '/' + QString::number(d.productCode) + '/' + QString::number(d.revision);
+    QCOMPARE(ids.join(' '), found);
     QCOMPARE(wasSubstituted, substituted);
-    if (found >= 0) {
-        QCOMPARE(devices.first().vendorId, vendor);
-        QCOMPARE(devices.first().productCode, product);
-        QCOMPARE(devices.first().revision, quint32(found));
-    }
 }
 
 void TestEsiCatalog::refusals_data()
