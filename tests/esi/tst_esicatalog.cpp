@@ -80,6 +80,7 @@ private slots:
     void refusals_data();
     void refusals();
     void locked();
+    void cannotOpen();
 
 private:
     QTemporaryDir m_dir;
@@ -379,6 +380,15 @@ void TestEsiCatalog::locked()
     QVERIFY(catalog.find(EsiCatalogQuery()).isEmpty());
     QVERIFY(catalog.index(root, nullptr));
     QCOMPARE(catalog.find(EsiCatalogQuery()).size(), 1);
+}
+
+/// A path the database cannot open (a folder): the message names the path and the database's reason.
+void TestEsiCatalog::cannotOpen()
+{
+    EsiCatalog catalog;
+    QVERIFY(!catalog.open(m_dir.path()));
+    QCOMPARE(catalog.error(), EsiCatalog::Error::CannotOpen);
+    QVERIFY2(catalog.errorString().startsWith(m_dir.path() + QStringLiteral(": ")), qPrintable(catalog.errorString()));
 }
 
 QTEST_GUILESS_MAIN(TestEsiCatalog)

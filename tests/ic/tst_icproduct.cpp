@@ -276,6 +276,7 @@ void TestIcProduct::castedValue_data()
     QTest::newRow("two top bits sign fill") << "C0000000" << 30 << -1 << 0xC0000000u << -1;
     QTest::newRow("nibble") << "F0" << 4 << -1 << 0xABu << 10;
     QTest::newRow("8-bit signed not extended") << "FF00" << 8 << 0 << 0xFF00u << 255;
+    QTest::newRow("20-bit unsigned is not cut to 16") << "FFFFF" << 0 << 1 << 0xFFFFFu << 0xFFFFF;
     QTest::newRow("high bits of a 64-bit mask ignored") << "1FFFFFFFF" << 0 << 1 << 0x7u << 7;
     QTest::newRow("shift out of range") << "FF" << 40 << 1 << 0xFFu << 0;
 }
