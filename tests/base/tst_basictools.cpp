@@ -73,7 +73,7 @@ QString firmware(QString bl, const QString& fw, quint32 version)
     return text + " | " + bl;
 }
 
-// mdToHtml() of a file holding `markdown` (none for a null array); "(open)" marks a file left open.
+// mdToHtml() of a file holding `text` (no file for a null array); "(open)" marks a file left open.
 QString markdown(const QByteArray& text)
 {
     QTemporaryDir dir;
