@@ -26,7 +26,7 @@ private:
     void associate(const QByteArray& desktopId, const QByteArray& exec);
     QString write(const QString& path, const QByteArray& content);
     /// The chosen program and its arguments for a document in "/d", joined by " | ".
-    static QString command(const QString& associated, ExternPDFPrivate::Platform platform);
+    static QString command(const QString& associated, Platform platform);
     /// The program of a desktop entry file holding `entry`; none for a null array.
     QString entryProgram(const QByteArray& entry);
 
