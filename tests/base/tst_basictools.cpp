@@ -359,6 +359,9 @@ void TestBasicTools::pixmaps()
     QCOMPARE(beside.height(), 200);
     QCOMPARE(pixelAt(beside, 9, 0), qRgb(255, 0, 0));
     QCOMPARE(pixelAt(beside, beside.width() - 1, 0), qRgba(0, 0, 0, 0));
+    QVERIFY(beside.toImage()
+        != BasicTools::addTextToPixmapAdjust(filled(10, 200, Qt::red), "x", Qt::transparent, Qt::Horizontal, QFont())
+               .toImage());
     const QPixmap below
         = BasicTools::addTextToPixmapAdjust(filled(200, 10, Qt::red), "x", Qt::black, Qt::Vertical, QFont());
     QCOMPARE(below.width(), 200);

@@ -123,6 +123,7 @@ void TestExternPDF::texts_data()
         "/bin/main");
     row("found in PATH", entryProgram("[Desktop Entry]\nExec=xdg-mime %f\n"), m_dir.path() + "/bin/xdg-mime");
     row("no Exec", entryProgram("[Desktop Entry]\nName=V\n"), "");
+    row("empty quotes", entryProgram("[Desktop Entry]\nExec=\"\" %f\n"), "");
     row("no entry", entryProgram(QByteArray()), "");
 }
 
