@@ -28,6 +28,7 @@ private slots:
     void menuRestoreTriggersOnce();
     void savePosMaximizedMainWindow();
     void restorePos();
+    void menuInputParameter();
     void notificationMap();
 
 private:
@@ -186,6 +187,23 @@ void TestAppSettings::restorePos()
     unknown.resize(50, 40);
     QVERIFY(!AppSettings().restorePos(&unknown, "Unknown"));
     QCOMPARE(unknown.size(), QSize(50, 40));
+}
+
+void TestAppSettings::menuInputParameter()
+{
+    AppSettings().setValue("Gain", "3");
+    QMenu extend;
+    extend.addAction("extra");
+    // Return in the line edit stores its text and closes the menu; the menu shows the stored value first.
+    QTimer::singleShot(0, [] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        auto* edit = menu ? menu->findChild<QLineEdit*>() : nullptr;
+        if (edit && edit->text() == "3" && menu->actions().size() == 3) // the edit, a separator, "extra"
+            edit->setText("42");
+        if (edit)
+            QTest::keyClick(edit, Qt::Key_Return);
+    });
+    QCOMPARE(AppSettings().menuInputParameter(nullptr, "Gain", QPoint(10, 10), &extend), "42");
 }
 
 void TestAppSettings::notificationMap()
