@@ -157,16 +157,13 @@ void TestAppSettings::savePosMaximizedMainWindow()
 
 void TestAppSettings::restorePos()
 {
-    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
-    const QPoint inside = available.topLeft() + QPoint(20, 30);
-    {
-        AppSettings settings;
-        settings.beginGroup("Mainwindow");
-        settings.setValue("SizeMain", QSize(320, 240));
-        settings.setValue("PositionMain", inside);
-        settings.setValue("SizeFar", QSize(100, 90));
-        settings.setValue("PositionFar", QPoint(-50000, -50000));
-    }
+    const QPoint inside = QGuiApplication::primaryScreen()->availableGeometry().topLeft() + QPoint(20, 30);
+    AppSettings settings;
+    settings.beginGroup("Mainwindow");
+    settings.setValue("SizeMain", QSize(320, 240));
+    settings.setValue("PositionMain", inside);
+    settings.setValue("SizeFar", QSize(100, 90));
+    settings.setValue("PositionFar", QPoint(-50000, -50000));
     QMainWindow window;
     LogCapture log;
     QVERIFY(AppSettings().restorePos(&window, "Main"));

@@ -6,7 +6,6 @@
 #include "base/Global.h"
 
 #include <QGuiApplication>
-#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -25,6 +24,21 @@ bool write(const QString& path, const QByteArray& content)
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
 
+// Whether `text` is the current time in the log's format at some second between the two times.
+bool isDateBetween(const QString& text, const QDateTime& before, const QDateTime& after)
+{
+    for (QDateTime t = before.addSecs(-1); t <= after.addSecs(1); t = t.addSecs(1)) {
+        if (t.toString(FileRotationLogSinkPrivate::dateFormat()) == text)
+            return true;
+    }
+    return false;
+}
+
+QString separatorLine()
+{
+    return "\n_________________ " + QCoreApplication::applicationFilePath() + " _________________\n";
+}
+
 } // namespace
 
 class TestLogSink : public QObject
@@ -41,28 +55,10 @@ private slots:
     void directoryListing();
 
 private:
-    /// Whether `text` is the current time in the log's format at some second between the two times.
-    static bool isDateBetween(const QString& text, const QDateTime& before, const QDateTime& after);
-    QString separatorLine() const;
-
     QTemporaryDir m_root;
     QString m_home;
     QString m_cwd;
 };
-
-bool TestLogSink::isDateBetween(const QString& text, const QDateTime& before, const QDateTime& after)
-{
-    for (QDateTime t = before.addSecs(-1); t <= after.addSecs(1); t = t.addSecs(1)) {
-        if (t.toString(FileRotationLogSinkPrivate::dateFormat()) == text)
-            return true;
-    }
-    return false;
-}
-
-QString TestLogSink::separatorLine() const
-{
-    return "\n_________________ " + QCoreApplication::applicationFilePath() + " _________________\n";
-}
 
 void TestLogSink::initTestCase()
 {

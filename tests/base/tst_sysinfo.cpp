@@ -111,15 +111,8 @@ void TestSysInfo::readers()
 
 void TestSysInfo::osRelease()
 {
-    const QString path = fixture("# comment line\n"
-                                 "NAME=\"Debian GNU/Linux\"\n"
-                                 "\n"
-                                 "VERSION_ID=\"12\"\n"
-                                 "ID=debian\n"
-                                 "PRETTY_NAME='Debian 12 (bookworm)'\n"
-                                 "broken line without equals\n"
-                                 "=no key\n"
-                                 "EMPTY=\n");
+    const QString path = fixture("# comment line\nNAME=\"Debian GNU/Linux\"\n\nVERSION_ID=\"12\"\nID=debian\n"
+                                 "PRETTY_NAME='Debian 12 (bookworm)'\nbroken line without equals\n=no key\nEMPTY=\n");
     const QMap<QString, QVariant> expected {{"NAME", "Debian GNU/Linux"}, {"VERSION_ID", "12"}, {"ID", "debian"},
         {"PRETTY_NAME", "Debian 12 (bookworm)"}, {"EMPTY", QString()}};
     QCOMPARE(SysInfoPrivate::readOsRelease(path), expected);
