@@ -128,6 +128,9 @@ void TestSysInfo::liveSystem()
     QCOMPARE(result, available);
     QVERIFY(total > 0);
     QVERIFY(available > 0 && available <= total);
+    QFile meminfo("/proc/meminfo"); // first line: "MemTotal: <kB> kB"
+    QVERIFY(meminfo.open(QIODevice::ReadOnly));
+    QCOMPARE(total, int(meminfo.readLine().simplified().split(' ').value(1).toULongLong() >> 10));
     QCOMPARE(
         SysInfo::keyCentralProcessorVendorIdentifier(), SysInfoPrivate::processorName(QStringLiteral("/proc/cpuinfo")));
     QCOMPARE(SysInfo::keyIs64Bit(), SysInfoPrivate::is64Bit(QSysInfo::currentCpuArchitecture()));
