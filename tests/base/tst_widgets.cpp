@@ -4,12 +4,20 @@
 
 #include <QApplication>
 #include <QPainter>
+#include <QProxyStyle>
 #include <QtTest>
 
 class SquareWidget : public SpacerWidget
 {
 protected:
     void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(40, 30, 10, 10, Qt::black); }
+};
+
+// Answers 7 to every metric.
+class SevenStyle : public QProxyStyle
+{
+public:
+    int pixelMetric(PixelMetric, const QStyleOption* = nullptr, const QWidget* = nullptr) const override { return 7; }
 };
 
 class TestWidgets : public QObject
@@ -59,9 +67,9 @@ void TestWidgets::dockShading()
 
 void TestWidgets::textCursorWidth()
 {
-    const LineEditStyle style; // over the application's style, whose button margin is not 1
+    const LineEditStyle style(new SevenStyle);
     QCOMPARE(style.pixelMetric(QStyle::PixelMetric(85)), 1);
-    QCOMPARE(style.pixelMetric(QStyle::PM_ButtonMargin), QApplication::style()->pixelMetric(QStyle::PM_ButtonMargin));
+    QCOMPARE(style.pixelMetric(QStyle::PixelMetric(86)), 7);
 }
 
 QTEST_MAIN(TestWidgets)
