@@ -23,16 +23,13 @@ private slots:
     void initTestCase();
     void init();
     void homePathCreatedAndWrittenBack();
-    void prefix_data();
     void prefix();
     void paraMaps();
-    void paraMapVariantReplaces_data();
-    void paraMapVariantReplaces();
     void menuRestoreTriggersOnce();
     void savePosMaximizedMainWindow();
     void restorePos();
+    void menuInputParameter();
     void notificationMap();
-    void notificationMapDropsOldest();
 
 private:
     QTemporaryDir m_home;
@@ -63,72 +60,48 @@ void TestAppSettings::homePathCreatedAndWrittenBack()
     QDir(expected).removeRecursively();
     QCOMPARE(AppSettings().homePath(), expected);
     QVERIFY(QFileInfo(expected).isDir());
-    QCOMPARE(AppSettings().value(QStringLiteral("HomePath")).toString(), expected);
-}
-
-void TestAppSettings::prefix_data()
-{
-    QTest::addColumn<QString>("s");
-    QTest::addColumn<int>("n");
-    QTest::addColumn<QString>("added");
-    QTest::newRow("three") << "name" << 3 << "0003name";
-    QTest::newRow("zero") << "abc" << 0 << "0000abc";
-    QTest::newRow("twelve") << "abc" << 12 << "0012abc";
-    QTest::newRow("four digits") << "abc" << 9999 << "9999abc";
-    QTest::newRow("not truncated") << "abc" << 12345 << "12345abc";
+    QCOMPARE(AppSettings().value("HomePath").toString(), expected);
 }
 
 void TestAppSettings::prefix()
 {
-    QFETCH(QString, s);
-    QFETCH(int, n);
-    QFETCH(QString, added);
-    QCOMPARE(Prefix::add(s, n), added);
-    if (n < 10000)
-        QCOMPARE(Prefix::x(added), s);
-    QCOMPARE(Prefix::x(QStringLiteral("ab")), QString());
+    QCOMPARE(Prefix::add("name", 3), "0003name");
+    QCOMPARE(Prefix::add("abc", 12345), "12345abc");
+    QCOMPARE(Prefix::x("0003name"), "name");
+    QCOMPARE(Prefix::x("ab"), QString());
 }
 
 void TestAppSettings::paraMaps()
 {
-    const QMap<QString, QVariant> map {{QStringLiteral("gain"), 3}, {QStringLiteral("unit"), QStringLiteral("mm")}};
-    {
-        AppSettings settings;
-        settings.saveParaMap(map, QStringLiteral("Plugin/params"));
-        settings.saveColorCustomMap(map, QStringLiteral("graph"));
+    const QMap<QString, QVariant> map {{"gain", 3}, {"unit", "mm"}};
+    AppSettings().saveParaMap(map, "Plugin/params");
+    AppSettings().saveColorCustomMap(map, "graph");
+    AppSettings settings;
+    QCOMPARE(settings.getParaMap("Plugin/params"), map);
+    QCOMPARE(settings.value("ColorMap/graph").toMap(), map);
+    QCOMPARE(settings.getColorCustomMap("graph"), map);
+    QVERIFY(settings.getParaMap("missing").isEmpty());
+    QComboBox box;
+    box.setObjectName("unit");
+    box.addItem("mm");
+    settings.saveComboxCurrentText(&box);
+    QCOMPARE(AppSettings().restoreComboBoxCurrentText(&box), "mm");
+
+    // Each save replaces what was stored under the prefix, with or without its slash.
+    const QMap<QString, QVariant> c {{"y", "two"}};
+    for (const QString prefix : {"Plug", "Plug/"}) {
+        settings.saveParaMapVariant({{"a", map}, {"b", map}}, prefix);
+        QCOMPARE(settings.value("Plug/VariantMap/b").toMap(), map);
+        settings.saveParaMapVariant({{"c", c}}, prefix);
+        QCOMPARE(settings.getParaMapVariant(prefix), (QMap<QString, QMap<QString, QVariant>> {{"c", c}}));
+        QVERIFY(!settings.contains("Plug/VariantMap/a"));
     }
-    AppSettings settings;
-    QCOMPARE(settings.getParaMap(QStringLiteral("Plugin/params")), map);
-    QCOMPARE(settings.value(QStringLiteral("ColorMap/graph")).toMap(), map);
-    QCOMPARE(settings.getColorCustomMap(QStringLiteral("graph")), map);
-    QVERIFY(settings.getParaMap(QStringLiteral("missing")).isEmpty());
-}
-
-void TestAppSettings::paraMapVariantReplaces_data()
-{
-    QTest::addColumn<QString>("prefix");
-    QTest::newRow("without slash") << "Plug";
-    QTest::newRow("with slash") << "Plug/";
-}
-
-void TestAppSettings::paraMapVariantReplaces()
-{
-    QFETCH(QString, prefix);
-    const QMap<QString, QVariant> a {{QStringLiteral("x"), 1}};
-    const QMap<QString, QVariant> c {{QStringLiteral("y"), QStringLiteral("two")}};
-    AppSettings settings;
-    settings.saveParaMapVariant({{QStringLiteral("a"), a}, {QStringLiteral("b"), a}}, prefix);
-    QCOMPARE(settings.value(QStringLiteral("Plug/VariantMap/b")).toMap(), a);
-    settings.saveParaMapVariant({{QStringLiteral("c"), c}}, prefix);
-    const QMap<QString, QMap<QString, QVariant>> expected {{QStringLiteral("c"), c}};
-    QCOMPARE(settings.getParaMapVariant(QStringLiteral("Plug")), expected);
-    QVERIFY(!settings.contains(QStringLiteral("Plug/VariantMap/a")));
 }
 
 void TestAppSettings::menuRestoreTriggersOnce()
 {
     QMenu menu;
-    menu.setObjectName(QStringLiteral("viewMenu"));
+    menu.setObjectName("viewMenu");
     const auto checkable = [](QMenu* owner, const QString& name, bool checked) {
         QAction* action = owner->addAction(name);
         action->setObjectName(name);
@@ -136,18 +109,18 @@ void TestAppSettings::menuRestoreTriggersOnce()
         action->setChecked(checked);
         return action;
     };
-    QAction* grid = checkable(&menu, QStringLiteral("showGrid"), true);
-    QAction* axes = checkable(&menu, QStringLiteral("showAxes"), false);
-    QAction* locked = checkable(&menu, QStringLiteral("locked"), true);
-    menu.addAction(QStringLiteral("about"))->setObjectName(QStringLiteral("about")); // not checkable: not stored
-    QMenu* sub = menu.addMenu(QStringLiteral("More"));
-    sub->setObjectName(QStringLiteral("subMenu"));
-    sub->menuAction()->setObjectName(QStringLiteral("subMenuAction"));
-    QAction* deep = checkable(sub, QStringLiteral("deep"), true);
+    QAction* grid = checkable(&menu, "showGrid", true);
+    QAction* axes = checkable(&menu, "showAxes", false);
+    QAction* locked = checkable(&menu, "locked", true);
+    menu.addAction("about")->setObjectName("about"); // not checkable: not stored
+    QMenu* sub = menu.addMenu("More");
+    sub->setObjectName("subMenu");
+    sub->menuAction()->setObjectName("subMenuAction");
+    QAction* deep = checkable(sub, "deep", true);
     AppSettings().saveMenu(&menu);
     AppSettings settings;
-    QCOMPARE(settings.value(QStringLiteral("viewMenu/subMenu/deep")), QVariant(true));
-    settings.beginGroup(QStringLiteral("viewMenu"));
+    QCOMPARE(settings.value("viewMenu/subMenu/deep"), QVariant(true));
+    settings.beginGroup("viewMenu");
     QCOMPARE(settings.childKeys(), QStringList({"locked", "showAxes", "showGrid"}));
 
     grid->setChecked(false);
@@ -173,78 +146,87 @@ void TestAppSettings::savePosMaximizedMainWindow()
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QVERIFY(window.isMaximized());
     AppSettings settings;
-    settings.savePos(&window, QStringLiteral("Main"));
+    settings.savePos(&window, "Main");
     QVERIFY(!window.isMaximized());
-    QCOMPARE(settings.value(QStringLiteral("Mainwindow/MaximizedMain")), QVariant(true));
-    QCOMPARE(settings.value(QStringLiteral("Mainwindow/isVisibleMain")), QVariant(true));
-    QVERIFY(!settings.value(QStringLiteral("Mainwindow/WindowState")).toByteArray().isEmpty());
-    QCOMPARE(settings.value(QStringLiteral("Mainwindow/SizeMain")).toSize(), window.size());
-    QCOMPARE(settings.value(QStringLiteral("Mainwindow/PositionMain")).toPoint(), window.pos());
+    QCOMPARE(settings.value("Mainwindow/MaximizedMain"), QVariant(true));
+    QCOMPARE(settings.value("Mainwindow/isVisibleMain"), QVariant(true));
+    QVERIFY(!settings.value("Mainwindow/WindowState").toByteArray().isEmpty());
+    QCOMPARE(settings.value("Mainwindow/SizeMain").toSize(), window.size());
+    QCOMPARE(settings.value("Mainwindow/PositionMain").toPoint(), window.pos());
 }
 
 void TestAppSettings::restorePos()
 {
-    const QRect available = QGuiApplication::primaryScreen()->availableGeometry();
-    const QPoint inside = available.topLeft() + QPoint(20, 30);
-    {
-        AppSettings settings;
-        settings.beginGroup(QStringLiteral("Mainwindow"));
-        settings.setValue(QStringLiteral("SizeMain"), QSize(320, 240));
-        settings.setValue(QStringLiteral("PositionMain"), inside);
-        settings.setValue(QStringLiteral("SizeFar"), QSize(100, 90));
-        settings.setValue(QStringLiteral("PositionFar"), QPoint(-50000, -50000));
-    }
+    const QPoint inside = QGuiApplication::primaryScreen()->availableGeometry().topLeft() + QPoint(20, 30);
+    AppSettings settings;
+    settings.beginGroup("Mainwindow");
+    settings.setValue("SizeMain", QSize(320, 240));
+    settings.setValue("PositionMain", inside);
+    settings.setValue("SizeFar", QSize(100, 90));
+    settings.setValue("PositionFar", QPoint(-50000, -50000));
     QMainWindow window;
     LogCapture log;
-    QVERIFY(AppSettings().restorePos(&window, QStringLiteral("Main")));
+    QVERIFY(AppSettings().restorePos(&window, "Main"));
     QCOMPARE(window.size(), QSize(320, 240));
     QCOMPARE(window.pos(), inside);
     QVERIFY(!window.isVisible()); // stored as neither visible nor maximised
-    QCOMPARE(log.texts(), QStringList(QStringLiteral("bool AppSettings::restorePos(QWidget*, QString) 1")));
+    QCOMPARE(log.texts(), QStringList("bool AppSettings::restorePos(QWidget*, QString) 1"));
 
     QWidget far;
     far.move(inside);
     log.clear();
-    QVERIFY(AppSettings().restorePos(&far, QStringLiteral("Far")));
+    QVERIFY(AppSettings().restorePos(&far, "Far"));
     QCOMPARE(far.size(), QSize(100, 90));
     QCOMPARE(far.pos(), inside); // off the only screen: not used
     QVERIFY(log.texts().isEmpty());
 
     QWidget unknown;
     unknown.resize(50, 40);
-    QVERIFY(!AppSettings().restorePos(&unknown, QStringLiteral("Unknown")));
+    QVERIFY(!AppSettings().restorePos(&unknown, "Unknown"));
     QCOMPARE(unknown.size(), QSize(50, 40));
+}
+
+void TestAppSettings::menuInputParameter()
+{
+    AppSettings().setValue("Gain", "3");
+    QMenu extend;
+    extend.addAction("extra");
+    // Return in the line edit stores its text and closes the menu; the menu shows the stored value first.
+    QTimer::singleShot(0, [] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        auto* edit = menu ? menu->findChild<QLineEdit*>() : nullptr;
+        if (edit && edit->text() == "3" && menu->actions().size() == 3) // the edit, a separator, "extra"
+            edit->setText("42");
+        if (edit)
+            QTest::keyClick(edit, Qt::Key_Return);
+    });
+    QCOMPARE(AppSettings().menuInputParameter(nullptr, "Gain", QPoint(10, 10), &extend), "42");
 }
 
 void TestAppSettings::notificationMap()
 {
     QMap<QDateTime, QString> map;
-    map.insert(QDateTime(QDate(2024, 3, 1), QTime(10, 0, 0, 5)), QStringLiteral("first"));
-    map.insert(QDateTime(QDate(2024, 3, 2), QTime(11, 30)), QStringLiteral("second"));
-    AppSettings().saveNotificationMap(QStringLiteral("warnings"), &map, QStringLiteral("third"));
+    map.insert(QDateTime(QDate(2024, 3, 1), QTime(10, 0, 0, 5)), "first");
+    map.insert(QDateTime(QDate(2024, 3, 2), QTime(11, 30)), "second");
+    AppSettings().saveNotificationMap("warnings", &map, "third");
     QCOMPARE(map.size(), 3);
-    QCOMPARE(map.last(), QStringLiteral("third"));
-    QCOMPARE(AppSettings().restoreNotificationMap(QStringLiteral("warnings")), map);
-    QVERIFY(AppSettings().childGroups().contains(QStringLiteral("MessageMap")));
-
+    QCOMPARE(map.last(), "third");
+    QCOMPARE(AppSettings().restoreNotificationMap("warnings"), map);
+    QVERIFY(AppSettings().childGroups().contains("MessageMap"));
     map.remove(map.firstKey());
-    AppSettings().saveNotificationMap(QStringLiteral("warnings"), &map, QString());
-    QCOMPARE(AppSettings().restoreNotificationMap(QStringLiteral("warnings")), map);
-    QVERIFY(AppSettings().restoreNotificationMap(QStringLiteral("other")).isEmpty());
-    AppSettings().saveNotificationMap(QStringLiteral("warnings"), nullptr, QStringLiteral("ignored"));
-    QCOMPARE(AppSettings().restoreNotificationMap(QStringLiteral("warnings")), map);
-}
+    AppSettings().saveNotificationMap("warnings", &map, QString());
+    AppSettings().saveNotificationMap("warnings", nullptr, "ignored");
+    QCOMPARE(AppSettings().restoreNotificationMap("warnings"), map);
+    QVERIFY(AppSettings().restoreNotificationMap("other").isEmpty());
 
-void TestAppSettings::notificationMapDropsOldest()
-{
-    QMap<QDateTime, QString> map;
-    const QDateTime start(QDate(2024, 1, 1), QTime(0, 0));
+    // Only the newest are kept.
+    map.clear();
     for (int i = 0; i < AppSettings::maxNotifications() + 5; ++i)
-        map.insert(start.addSecs(i), QString::number(i));
-    AppSettings().saveNotificationMap(QStringLiteral("log"), &map, QString());
+        map.insert(QDateTime(QDate(2024, 1, 1), QTime(0, 0)).addSecs(i), QString::number(i));
+    AppSettings().saveNotificationMap("log", &map, QString());
     QCOMPARE(map.size(), AppSettings::maxNotifications());
-    QCOMPARE(map.first(), QStringLiteral("5"));
-    QCOMPARE(AppSettings().restoreNotificationMap(QStringLiteral("log")), map);
+    QCOMPARE(map.first(), "5");
+    QCOMPARE(AppSettings().restoreNotificationMap("log"), map);
 }
 
 QTEST_MAIN(TestAppSettings)

@@ -15,21 +15,11 @@ class TestGlobal : public QObject
 
 private slots:
     void initTestCase();
-    void nameForCount_data();
-    void nameForCount();
-    void countInProcRoot_data();
-    void countInProcRoot();
-    void countInCaptionListing_data();
-    void countInCaptionListing();
-    void isSanta_data();
-    void isSanta();
-    void threadNameWidensOnly();
-    void registerThreadOverwrites();
-    void unregisterUnknownThreadWarns();
+    void texts_data();
+    void texts();
+    void threadNames();
     void addSelfKeepsFirst();
     void mainWindowIsRegistryParent();
-    void commandLineTexts_data();
-    void commandLineTexts();
     void deletedInstanceIsReplaced();
 
 private:
@@ -44,137 +34,93 @@ void TestGlobal::initTestCase()
     const auto process = [this](const QString& pid, const QByteArray& comm, const QString& exe = QString()) {
         QDir(m_proc.path()).mkpath(pid);
         const QString dir = m_proc.path() + QLatin1Char('/') + pid;
-        if (!comm.isNull()) {
-            QFile file(dir + QLatin1String("/comm"));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(comm);
-        }
+        QFile file(dir + QLatin1String("/comm"));
+        if (!comm.isNull())
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(comm) == comm.size());
         if (!exe.isEmpty())
             QVERIFY(QFile::link(exe, dir + QLatin1String("/exe")));
     };
-    process(QStringLiteral("1"), "App\n");
-    process(QStringLiteral("2"), "App\n");
-    process(QStringLiteral("3"), "other\n", QStringLiteral("/usr/bin/App"));
-    process(QStringLiteral("4"), "app\n");
-    process(QStringLiteral("5"), "App2\n");
-    process(QStringLiteral("6"), "averyveryverylo\n", QStringLiteral("/opt/x/averyveryverylongname"));
-    process(QStringLiteral("7"), QByteArray()); // vanished process: nothing readable
-    process(QStringLiteral("self"), "App\n"); // not a process directory
+    process("1", "App\n");
+    process("2", "App\n");
+    process("3", "other\n", "/usr/bin/App");
+    process("4", "app\n");
+    process("5", "App2\n");
+    process("6", "averyveryverylo\n", "/opt/x/averyveryverylongname");
+    process("7", QByteArray()); // vanished process: nothing readable
+    process("self", "App\n"); // not a process directory
 }
 
-void TestGlobal::nameForCount_data()
+void TestGlobal::texts_data()
 {
-    QTest::addColumn<int>("count");
-    QTest::addColumn<QString>("name");
-    QTest::newRow("no listing") << 0 << "App";
-    QTest::newRow("alone") << 1 << "App";
-    QTest::newRow("second copy") << 2 << "App_2nd";
-    QTest::newRow("third copy") << 3 << "App_3rd";
-    QTest::newRow("fourth copy") << 4 << "App_4th";
-}
-
-void TestGlobal::nameForCount()
-{
-    QFETCH(int, count);
-    QFETCH(QString, name);
-    QCOMPARE(GlobalPrivate::nameForCount(QStringLiteral("App"), count), name);
-}
-
-void TestGlobal::countInProcRoot_data()
-{
-    QTest::addColumn<QString>("image");
-    QTest::addColumn<int>("count");
-    QTest::newRow("comm and exe") << "App" << 3;
-    QTest::newRow("case-sensitive") << "app" << 1;
-    QTest::newRow("whole name") << "App2" << 1;
-    QTest::newRow("exe wins over comm") << "other" << 0;
-    QTest::newRow("name longer than comm") << "averyveryverylongname" << 1;
-    QTest::newRow("none") << "Nothing" << 0;
-}
-
-void TestGlobal::countInProcRoot()
-{
-    QFETCH(QString, image);
-    QFETCH(int, count);
-    QCOMPARE(GlobalPrivate::countInProcRoot(m_proc.path(), image), count);
-}
-
-void TestGlobal::countInCaptionListing_data()
-{
-    QTest::addColumn<QByteArray>("listing");
-    QTest::addColumn<int>("count");
-    QTest::newRow("padded lines") << QByteArray("Caption      \r\r\nSystem Idle Process  \r\r\nApp.exe      \r\r\n"
-                                                "App.exe      \r\r\nApp.exe.bak  \r\r\n\r\r\n")
-                                  << 2;
-    QTest::newRow("up to the first NUL") << QByteArray("App.exe  \r\n\0App.exe  \r\n", 22) << 1;
-    QTest::newRow("case-sensitive") << QByteArray("app.exe  \r\nAPP.EXE  \r\n") << 0;
+    QTest::addColumn<QString>("actual");
+    QTest::addColumn<QString>("expected");
+    const auto row = [](const char* name, const QVariant& actual, const QVariant& expected) {
+        QTest::newRow(name) << actual.toString() << expected.toString();
+    };
+    row("no listing", GlobalPrivate::nameForCount("App", 0), "App");
+    row("alone", GlobalPrivate::nameForCount("App", 1), "App");
+    row("second copy", GlobalPrivate::nameForCount("App", 2), "App_2nd");
+    row("fourth copy", GlobalPrivate::nameForCount("App", 4), "App_4th");
+    const QString proc = m_proc.path();
+    row("comm and exe", GlobalPrivate::countInProcRoot(proc, "App"), 3);
+    row("case-sensitive", GlobalPrivate::countInProcRoot(proc, "app"), 1);
+    row("whole name", GlobalPrivate::countInProcRoot(proc, "App2"), 1);
+    row("exe wins over comm", GlobalPrivate::countInProcRoot(proc, "other"), 0);
+    row("name longer than comm", GlobalPrivate::countInProcRoot(proc, "averyveryverylongname"), 1);
+    const QString exe = "App.exe";
+    row("padded lines",
+        GlobalPrivate::countInCaptionListing("Caption      \r\r\nSystem Idle Process  \r\r\nApp.exe      \r\r\n"
+                                             "App.exe      \r\r\nApp.exe.bak  \r\r\n\r\r\n",
+            exe),
+        2);
+    row("up to the first NUL",
+        GlobalPrivate::countInCaptionListing(QByteArray("App.exe  \r\n\0App.exe  \r\n", 22), exe), 1);
+    row("listing case-sensitive", GlobalPrivate::countInCaptionListing("app.exe  \r\nAPP.EXE  \r\n", exe), 0);
     // Line breaks go without a separator: unpadded lines run together (the tool always pads them).
-    QTest::newRow("unpadded lines join") << QByteArray("App.exe\r\nApp.exe\r\n") << 0;
-    QTest::newRow("empty") << QByteArray() << 0;
+    row("unpadded lines join", GlobalPrivate::countInCaptionListing("App.exe\r\nApp.exe\r\n", exe), 0);
+    row("30 November", GlobalPrivate::isSantaDate(QDate(2023, 11, 30)), false);
+    row("1 December", GlobalPrivate::isSantaDate(QDate(2023, 12, 1)), true);
+    row("6 January", GlobalPrivate::isSantaDate(QDate(2024, 1, 6)), true);
+    row("7 January", GlobalPrivate::isSantaDate(QDate(2024, 1, 7)), false);
+    row("1 July", GlobalPrivate::isSantaDate(QDate(2024, 7, 1)), false);
+    // The application compares its arguments with these; installed shortcuts use them.
+    row("switches",
+        QStringList({CommandLine::showDebManager(), CommandLine::modeInternalUse(), CommandLine::extendedAppeal(),
+                        CommandLine::simulateUSB_device(), CommandLine::setStyle(), CommandLine::runOnce(),
+                        CommandLine::notificateWarnings(), CommandLine::notificateWarningsAsCritical(),
+                        CommandLine::touchMode()})
+            .join(' '),
+        "-debug -internalUse -sexy -usbDevice -style -runOnce -notificateWarnings -WarningsAsCritical -touchMode");
 }
 
-void TestGlobal::countInCaptionListing()
+void TestGlobal::texts()
 {
-    QFETCH(QByteArray, listing);
-    QFETCH(int, count);
-    QCOMPARE(GlobalPrivate::countInCaptionListing(listing, QStringLiteral("App.exe")), count);
+    QFETCH(QString, actual);
+    QFETCH(QString, expected);
+    QCOMPARE(actual, expected);
 }
 
-void TestGlobal::isSanta_data()
-{
-    QTest::addColumn<QDate>("date");
-    QTest::addColumn<bool>("santa");
-    QTest::newRow("30 November") << QDate(2023, 11, 30) << false;
-    QTest::newRow("1 December") << QDate(2023, 12, 1) << true;
-    QTest::newRow("31 December") << QDate(2023, 12, 31) << true;
-    QTest::newRow("6 January") << QDate(2024, 1, 6) << true;
-    QTest::newRow("7 January") << QDate(2024, 1, 7) << false;
-    QTest::newRow("1 July") << QDate(2024, 7, 1) << false;
-}
-
-void TestGlobal::isSanta()
-{
-    QFETCH(QDate, date);
-    QFETCH(bool, santa);
-    QCOMPARE(GlobalPrivate::isSantaDate(date), santa);
-}
-
-void TestGlobal::threadNameWidensOnly()
+void TestGlobal::threadNames()
 {
     Global* global = Global::instance();
-    void* worker = reinterpret_cast<void*>(quintptr(0x1F3C));
-    void* shortOne = reinterpret_cast<void*>(quintptr(0x2));
-    void* longOne = reinterpret_cast<void*>(quintptr(0x3));
-    global->registerThread(worker, QStringLiteral("worker"));
-    global->registerThread(shortOne, QStringLiteral("a"));
-    global->registerThread(longOne, QStringLiteral("long-name"));
+    const auto id = [](quintptr n) { return reinterpret_cast<void*>(n); };
+    global->registerThread(id(0x1F3C), "worker");
+    global->registerThread(id(0x2), "a");
+    global->registerThread(id(0x3), "replaced");
+    global->registerThread(id(0x3), "long-name");
+    // Labels widen only.
+    QCOMPARE(global->threadName(id(0x1F3C)), " #01F3C(worker)");
+    QCOMPARE(global->threadName(id(0x2)), " #00002(a)     ");
+    QCOMPARE(global->threadName(id(0x3)), " #00003(long-name)");
+    QCOMPARE(global->threadName(id(0x2)), " #00002(a)        ");
+    QCOMPARE(global->threadName(id(0xABCDEF)), " #ABCDEF()        ");
 
-    QCOMPARE(global->threadName(worker), QStringLiteral(" #01F3C(worker)"));
-    QCOMPARE(global->threadName(shortOne), QStringLiteral(" #00002(a)     "));
-    QCOMPARE(global->threadName(longOne), QStringLiteral(" #00003(long-name)"));
-    QCOMPARE(global->threadName(shortOne), QStringLiteral(" #00002(a)        "));
-    QCOMPARE(global->threadName(reinterpret_cast<void*>(quintptr(0x4))), QStringLiteral(" #00004()         "));
-    QCOMPARE(global->threadName(reinterpret_cast<void*>(quintptr(0xABCDEF))), QStringLiteral(" #ABCDEF()        "));
-}
-
-void TestGlobal::registerThreadOverwrites()
-{
-    Global* global = Global::instance();
-    void* id = reinterpret_cast<void*>(quintptr(0x77));
-    global->registerThread(id, QStringLiteral("first"));
-    global->registerThread(id, QStringLiteral("second"));
-    QVERIFY(global->threadName(id).startsWith(QLatin1String(" #00077(second)")));
     LogCapture log;
-    global->unregisterThread(id);
+    global->unregisterThread(id(0x3));
     QVERIFY(log.texts().isEmpty());
-    QVERIFY(global->threadName(id).startsWith(QLatin1String(" #00077()")));
-}
-
-void TestGlobal::unregisterUnknownThreadWarns()
-{
-    LogCapture log;
-    Global::instance()->unregisterThread(reinterpret_cast<void*>(quintptr(0x99)));
-    QCOMPARE(log.texts(), QStringList(QStringLiteral("void Global::unregisterThread(Qt::HANDLE) id not found")));
+    QCOMPARE(global->threadName(id(0x3)), " #00003()         ");
+    global->unregisterThread(id(0x3));
+    QCOMPARE(log.texts(), QStringList("void Global::unregisterThread(Qt::HANDLE) id not found"));
     QCOMPARE(log.messages().first().type, QtWarningMsg);
 }
 
@@ -183,57 +129,31 @@ void TestGlobal::addSelfKeepsFirst()
     Global* global = Global::instance();
     QObject first;
     QObject second;
-    first.setObjectName(QStringLiteral("dup"));
-    second.setObjectName(QStringLiteral("dup"));
+    first.setObjectName("dup");
+    second.setObjectName("dup");
     global->addSelf(&first);
     LogCapture log;
     global->addSelf(&second);
-    QCOMPARE(global->getSelf(QStringLiteral("dup")), &first);
-    QCOMPARE(global->getSelf(QStringLiteral("Dup")), nullptr);
-    QCOMPARE(global->getSelf(QStringLiteral("missing")), nullptr);
+    QCOMPARE(global->getSelf("dup"), &first);
+    QCOMPARE(global->getSelf("Dup"), nullptr);
 
     QString expected;
     QDebug(&expected) << "void Global::addSelf(QObject*)" << &second << &first;
     QCOMPARE(log.texts(), QStringList(expected.trimmed()));
     QCOMPARE(log.messages().first().type, QtCriticalMsg);
-    QCOMPARE(log.messages().first().category, QStringLiteral("default"));
-    first.setObjectName(QStringLiteral("dup-gone")); // the directory keeps the pointer; nothing reads it again
+    first.setObjectName("dup-gone"); // the directory keeps the pointer; nothing reads it again
 }
 
 void TestGlobal::mainWindowIsRegistryParent()
 {
-    QCOMPARE(Global::mainWindow(nullptr, QString()), nullptr);
+    QCOMPARE(Global::mainWindow(nullptr, "panel"), nullptr);
     QObject window;
     QObject child(&window);
-    child.setObjectName(QStringLiteral("panel"));
+    child.setObjectName("panel");
     Global::instance()->setParent(&window);
     QCOMPARE(Global::mainWindow(nullptr, QString()), &window);
-    QCOMPARE(Global::mainWindow(&child, QStringLiteral("panel")), &window);
-    QCOMPARE(Global::mainWindow(nullptr, QStringLiteral("no such child")), &window);
+    QCOMPARE(Global::mainWindow(&child, "panel"), &window);
     Global::instance()->setParent(nullptr);
-}
-
-void TestGlobal::commandLineTexts_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("showDebManager") << CommandLine::showDebManager() << "-debug";
-    QTest::newRow("modeInternalUse") << CommandLine::modeInternalUse() << "-internalUse";
-    QTest::newRow("extendedAppeal") << CommandLine::extendedAppeal() << "-sexy";
-    QTest::newRow("simulateUSB_device") << CommandLine::simulateUSB_device() << "-usbDevice";
-    QTest::newRow("setStyle") << CommandLine::setStyle() << "-style";
-    QTest::newRow("runOnce") << CommandLine::runOnce() << "-runOnce";
-    QTest::newRow("notificateWarnings") << CommandLine::notificateWarnings() << "-notificateWarnings";
-    QTest::newRow("notificateWarningsAsCritical")
-        << CommandLine::notificateWarningsAsCritical() << "-WarningsAsCritical";
-    QTest::newRow("touchMode") << CommandLine::touchMode() << "-touchMode";
-}
-
-void TestGlobal::commandLineTexts()
-{
-    QFETCH(QString, text);
-    QFETCH(QString, expected);
-    QCOMPARE(text, expected);
 }
 
 void TestGlobal::deletedInstanceIsReplaced()
