@@ -147,6 +147,8 @@ class TestElements : public QObject
 private slots:
     void unknownChildIsReported_data();
     void unknownChildIsReported();
+    void unknownChildKeepsWhatItHolds_data();
+    void unknownChildKeepsWhatItHolds();
     void truncatedGivesNull_data();
     void truncatedGivesNull();
     void repeatedChildReplacesEarlier_data();
@@ -218,6 +220,44 @@ void TestElements::unknownChildIsReported()
     // The unknown child leaves no trace in the element: the same text as without it.
     log.clear();
     QCOMPARE(text, parseAndPrint(QString("<%1></%1>").arg(element).toUtf8()));
+}
+
+void TestElements::unknownChildKeepsWhatItHolds_data()
+{
+    QTest::addColumn<QByteArray>("xml");
+    QTest::addColumn<QStringList>("messages");
+    QTest::addColumn<QString>("text");
+    const QString input = signature("XmlDigitalInput", "parseDigitalInput");
+    // A choice is no input value: its elements are then met as children of the input itself.
+    QTest::newRow("choice in input") << QByteArray(
+        "<digital_input><value_choice><choice_element value=\"1\"/></value_choice></digital_input>")
+                                     << QStringList {input + " \"value_choice\"", input + " \"choice_element\""}
+                                     << QStringLiteral("DigitalInput(type: 0, name: )");
+    QTest::newRow("desc inside unknown is still taken")
+        << QByteArray("<irq><wrap><desc>d</desc></wrap></irq>")
+        << QStringList(signature("XmlIrq", "parseIrq") + " \"wrap\"") << "XmlIrq(type: 0, name: , desc[0]d)";
+    QTest::newRow("signed is no analog value")
+        << QByteArray("<analog_input><value_signed/></analog_input>")
+        << QStringList(signature("XmlAnalogInput", "parseAnalogInput") + " \"value_signed\"")
+        << "AnalogInput(type: 0, name: )";
+    QTest::newRow("items inside an unknown child are collected")
+        << QByteArray("<irqs><group><irq type=\"7\"/></group></irqs>")
+        << QStringList(signature("XmlIrqs", "parseIrqs") + " \"group\"") << "XmlIrqs(\nXmlIrq(type: 7, name: ))";
+    QTest::newRow("a setting with a child is still taken")
+        << QByteArray(
+               "<drive_ap_settings name=\"s\"><drive_ap_setting type=\"1\"><x/></drive_ap_setting></drive_ap_settings>")
+        << QStringList(signature("XmlDriveApSetting", "parseDriveApSetting") + " \"x\"")
+        << "XmlDriveApSettings(name: s\nXmlDriveApSetting(type: 1 value: 0))";
+}
+
+void TestElements::unknownChildKeepsWhatItHolds()
+{
+    QFETCH(QByteArray, xml);
+    QFETCH(QStringList, messages);
+    QFETCH(QString, text);
+    LogCapture log;
+    QCOMPARE(parseAndPrint(xml), text);
+    QCOMPARE(log.texts(), messages);
 }
 
 void TestElements::truncatedGivesNull_data()

@@ -66,8 +66,6 @@ private slots:
     void lookups_data();
     void lookups();
     void unknownChildDropsNextToken();
-    void childMessagesAndKeptTexts_data();
-    void childMessagesAndKeptTexts();
     void tokenAdvanceBeforePinMapAndDatabase();
     void pinMapOutlivesModule();
     void releaseTakesPinMap();
@@ -232,59 +230,6 @@ void TestModuleProduct::unknownChildDropsNextToken()
     auto module = parseModule("<wrap><name>lost</name></wrap><name_fw_type>T</name_fw_type>");
     QCOMPARE(module->getName(), QString());
     QCOMPARE(module->getNameOfFirmwareType(), QStringLiteral("T"));
-}
-
-void TestModuleProduct::childMessagesAndKeptTexts_data()
-{
-    QTest::addColumn<QByteArray>("xml");
-    QTest::addColumn<QStringList>("messages");
-    QTest::addColumn<QString>("text");
-    const QString input = QStringLiteral("static XmlDigitalInput* KIVXmlParser::parseDigitalInput(QXmlStreamReader*) ");
-    // A choice is no input value: its elements are then met as children of the input itself.
-    QTest::newRow("choice in input") << QByteArray(
-        "<digital_input><value_choice><choice_element value=\"1\"/></value_choice></digital_input>")
-                                     << QStringList {input + "\"value_choice\"", input + "\"choice_element\""}
-                                     << QStringLiteral("DigitalInput(type: 0, name: )");
-    QTest::newRow("desc inside unknown is still taken")
-        << QByteArray("<irq><wrap><desc>d</desc></wrap></irq>")
-        << QStringList {"static XmlIrq* KIVXmlParser::parseIrq(QXmlStreamReader*) \"wrap\""}
-        << QStringLiteral("XmlIrq(type: 0, name: , desc[0]d)");
-    QTest::newRow("signed is no analog value")
-        << QByteArray("<analog_input><value_signed/></analog_input>")
-        << QStringList {"static XmlAnalogInput* KIVXmlParser::parseAnalogInput(QXmlStreamReader*) \"value_signed\""}
-        << QStringLiteral("AnalogInput(type: 0, name: )");
-    QTest::newRow("items inside an unknown child are collected")
-        << QByteArray("<irqs><group><irq type=\"7\"/></group></irqs>")
-        << QStringList {"static XmlIrqs* KIVXmlParser::parseIrqs(QXmlStreamReader*) \"group\""}
-        << QStringLiteral("XmlIrqs(\nXmlIrq(type: 7, name: ))");
-    QTest::newRow("a setting with a child is still taken")
-        << QByteArray(
-               "<drive_ap_settings name=\"s\"><drive_ap_setting type=\"1\"><x/></drive_ap_setting></drive_ap_settings>")
-        << QStringList {"static XmlDriveApSetting* KIVXmlParser::parseDriveApSetting(QXmlStreamReader*) \"x\""}
-        << QStringLiteral("XmlDriveApSettings(name: s\nXmlDriveApSetting(type: 1 value: 0))");
-}
-
-void TestModuleProduct::childMessagesAndKeptTexts()
-{
-    QFETCH(QByteArray, xml);
-    QFETCH(QStringList, messages);
-    QFETCH(QString, text);
-    LogCapture log;
-    TestXml::Reader reader(xml);
-    const QString name = reader.get()->name().toString();
-    QString actual;
-    if (name == QLatin1String("digital_input"))
-        actual = parse(&KIVXmlParser::parseDigitalInput, xml)->toString();
-    else if (name == QLatin1String("irq"))
-        actual = parse(&KIVXmlParser::parseIrq, xml)->toString();
-    else if (name == QLatin1String("analog_input"))
-        actual = parse(&KIVXmlParser::parseAnalogInput, xml)->toString();
-    else if (name == QLatin1String("irqs"))
-        actual = parse(&KIVXmlParser::parseIrqs, xml)->toString();
-    else
-        actual = parse(&KIVXmlParser::parseDriveApSettings, xml)->toString();
-    QCOMPARE(actual, text);
-    QCOMPARE(log.texts(), messages);
 }
 
 void TestModuleProduct::tokenAdvanceBeforePinMapAndDatabase()
