@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "TestXml.h"
 
 #include "base/AppSettings.h"
 #include "base/FileRotationLogSink.h"
@@ -11,18 +12,6 @@
 #include <QtTest>
 
 namespace {
-
-QByteArray readAll(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool write(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
 
 // Whether `text` is the current time in the log's format at some second between the two times.
 bool isDateBetween(const QString& text, const QDateTime& before, const QDateTime& after)
@@ -87,14 +76,14 @@ void TestLogSink::startHeaderAppended()
 {
     AppSettings().setValue("StartCounter", 7);
     QVERIFY(QDir().mkpath(m_home));
-    QVERIFY(write(m_home + "/app.log", "old content\n"));
+    QVERIFY(TestXml::writeFile(m_home + "/app.log", "old content\n"));
     const QDateTime before = QDateTime::currentDateTime();
     {
         FileRotationLogSink sink("app.log", 100000);
         *sink.getCurrentStream() << "new line\n"; // the destructor flushes
     }
     const QDateTime after = QDateTime::currentDateTime();
-    const QString text = QString::fromUtf8(readAll(m_home + "/app.log"));
+    const QString text = QString::fromUtf8(TestXml::readFile(m_home + "/app.log"));
     const QString head = "old content\n\n\nStart ";
     const QString tail = " [7]\n" + QString(79, '_') + "\n\nnew line\n";
     QVERIFY2(text.startsWith(head) && text.endsWith(tail), qPrintable(text));
@@ -119,13 +108,13 @@ void TestLogSink::rotatesOnlyAboveLimit()
     sink.flush();
     const QDateTime after = QDateTime::currentDateTime();
     QCOMPARE(QFileInfo(backup).size(), qint64(1001));
-    QVERIFY(readAll(backup).endsWith("xy"));
-    const QString fresh = QString::fromUtf8(readAll(live));
+    QVERIFY(TestXml::readFile(backup).endsWith("xy"));
+    const QString fresh = QString::fromUtf8(TestXml::readFile(live));
     QVERIFY2(fresh.endsWith('\n') && isDateBetween(fresh.chopped(1), before, after), qPrintable(fresh));
 
     *stream << "after rotation\n"; // the stream survives the rotation
     sink.flush();
-    QCOMPARE(QString::fromUtf8(readAll(live)), QString(fresh + "after rotation\n"));
+    QCOMPARE(QString::fromUtf8(TestXml::readFile(live)), QString(fresh + "after rotation\n"));
 }
 
 void TestLogSink::copyToTempWithBackup()
@@ -136,14 +125,14 @@ void TestLogSink::copyToTempWithBackup()
     sink.flush();
     *sink.getCurrentStream() << "current line\n";
     sink.flush();
-    const QByteArray backupText = readAll(live + ".bak");
-    const QByteArray liveText = readAll(live);
+    const QByteArray backupText = TestXml::readFile(live + ".bak");
+    const QByteArray liveText = TestXml::readFile(live);
 
-    QVERIFY(write(m_cwd + "/app.log", "stale report"));
+    QVERIFY(TestXml::writeFile(m_cwd + "/app.log", "stale report"));
 
     const QString target = sink.copyToTemp(false);
     QCOMPARE(target, QString(m_cwd + "/app.log"));
-    const QString report = QString::fromUtf8(readAll(target));
+    const QString report = QString::fromUtf8(TestXml::readFile(target));
     const QString head = QString::fromUtf8(backupText + liveText) + separatorLine();
     QVERIFY2(report.startsWith(head), qPrintable(report.left(400)));
     const QString listing = report.mid(head.size());
@@ -160,7 +149,7 @@ void TestLogSink::uncreatableDirectory()
     sink.flush();
     QCOMPARE(sink.filePath(), "/proc/kivcore-no-such/logs/lost.log");
     QVERIFY(!QFile::exists(sink.filePath()));
-    const QString report = QString::fromUtf8(readAll(sink.copyToTemp(false)));
+    const QString report = QString::fromUtf8(TestXml::readFile(sink.copyToTemp(false)));
     QVERIFY(report.startsWith(separatorLine()));
 }
 
@@ -169,8 +158,8 @@ void TestLogSink::directoryListing()
     QTemporaryDir dir;
     QVERIFY(dir.isValid());
     QVERIFY(QDir(dir.path()).mkpath("sub/empty"));
-    QVERIFY(write(dir.path() + "/a.txt", "abc"));
-    QVERIFY(write(dir.path() + "/sub/b.bin", QByteArray(1234, 'b')));
+    QVERIFY(TestXml::writeFile(dir.path() + "/a.txt", "abc"));
+    QVERIFY(TestXml::writeFile(dir.path() + "/sub/b.bin", QByteArray(1234, 'b')));
 
     const auto line = [](const QString& path, const QString& sizeColumn) {
         const QFileInfo info(path);

@@ -1,3 +1,5 @@
+#include "TestXml.h"
+
 #include "esi/EsiCatalog.h"
 #include "esi/EsiCatalogReader.h"
 
@@ -34,13 +36,6 @@ QByteArray device(const QByteArray& product, const QByteArray& revision, const Q
 {
     return "<Device><Type ProductCode=\"" + product + "\" RevisionNo=\"" + revision + "\">KG-" + product
         + "</Type><Name LcId=\"1033\">" + name + "</Name><GroupType>Drv</GroupType></Device>\n";
-}
-
-bool writeFile(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 /// A scan's counts in one line: found, read, unchanged, removed, not ESI, devices, failures.
@@ -201,11 +196,11 @@ void TestEsiCatalog::numbers()
 void TestEsiCatalog::folder()
 {
     const QString root = m_dir.filePath(QStringLiteral("folder"));
-    QVERIFY(writeFile(root + "/a.xml", esi(device("#x10", "#x1") + device("#x11", "#x1"))));
-    QVERIFY(writeFile(root + "/m/broken.xml", esi(device("#x12", "#x1")).left(150)));
-    QVERIFY(writeFile(root + "/m/other.xml", "<product_ic/>"));
-    QVERIFY(writeFile(root + "/z/b.XML", esi(device("#x10", "#x1", "same identity"))));
-    QVERIFY(writeFile(root + "/z/notes.txt", "not read"));
+    QVERIFY(TestXml::writeFile(root + "/a.xml", esi(device("#x10", "#x1") + device("#x11", "#x1"))));
+    QVERIFY(TestXml::writeFile(root + "/m/broken.xml", esi(device("#x12", "#x1")).left(150)));
+    QVERIFY(TestXml::writeFile(root + "/m/other.xml", "<product_ic/>"));
+    QVERIFY(TestXml::writeFile(root + "/z/b.XML", esi(device("#x10", "#x1", "same identity"))));
+    QVERIFY(TestXml::writeFile(root + "/z/notes.txt", "not read"));
     EsiCatalog catalog;
     QVERIFY(catalog.open(m_dir.filePath(QStringLiteral("cache/catalog.sqlite"))));
     catalog.setThreadCount(2);
@@ -236,7 +231,7 @@ void TestEsiCatalog::folder()
     QVERIFY(catalog.index(root, &result));
     QCOMPARE(counts(result), QStringLiteral("4 0 4 0 1 3 1"));
     QVERIFY(result.failures.first().fromEarlierScan);
-    QVERIFY(writeFile(root + "/z/b.XML", esi(device("#x10", "#x1", "renamed entry"))));
+    QVERIFY(TestXml::writeFile(root + "/z/b.XML", esi(device("#x10", "#x1", "renamed entry"))));
     touch(root + "/z/b.XML", 10);
     QVERIFY(catalog.index(root, &result));
     QCOMPARE(counts(result), QStringLiteral("4 1 3 0 1 3 1"));
@@ -277,9 +272,9 @@ void TestEsiCatalog::nearest()
     QFETCH(bool, substituted);
     const QString root = m_dir.filePath(QStringLiteral("nearest"));
     if (!QFile::exists(root)) {
-        QVERIFY(writeFile(
+        QVERIFY(TestXml::writeFile(
             root + "/v1.xml", esi(device("10", "1") + device("10", "3") + device("10", "5") + device("11", "4"), "1")));
-        QVERIFY(writeFile(root + "/v2.xml", esi(device("10", "4") + device("13", "4"), "2")));
+        QVERIFY(TestXml::writeFile(root + "/v2.xml", esi(device("10", "4") + device("13", "4"), "2")));
     }
     EsiCatalog catalog;
     QVERIFY(catalog.open(m_dir.filePath(QStringLiteral("nearest.sqlite"))));
@@ -332,7 +327,7 @@ void TestEsiCatalog::refusals()
         }
         QSqlDatabase::removeDatabase(QStringLiteral("setup"));
     } else {
-        QVERIFY(writeFile(path, setup));
+        QVERIFY(TestXml::writeFile(path, setup));
     }
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -350,7 +345,7 @@ void TestEsiCatalog::refusals()
 void TestEsiCatalog::locked()
 {
     const QString root = m_dir.filePath(QStringLiteral("locked"));
-    QVERIFY(writeFile(root + "/a.xml", esi(device("#x1", "#x1"))));
+    QVERIFY(TestXml::writeFile(root + "/a.xml", esi(device("#x1", "#x1"))));
     const QString path = m_dir.filePath(QStringLiteral("locked.sqlite"));
     {
         EsiCatalog create;

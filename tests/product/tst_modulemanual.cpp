@@ -75,14 +75,10 @@ void TestModuleManual::escape_data()
 {
     QTest::addColumn<QString>("input");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("percent") << "50%"
-                             << "50\\%";
-    QTest::newRow("underscore") << "my_param"
-                                << "my\\textunderscore param";
-    QTest::newRow("both") << "%_%"
-                          << "\\%\\textunderscore \\%";
-    QTest::newRow("plain") << "a\\b"
-                           << "a\\b";
+    const char* const rows[][2] = {{"50%", "50\\%"}, {"my_param", "my\\textunderscore param"},
+        {"%_%", "\\%\\textunderscore \\%"}, {"a\\b", "a\\b"}};
+    for (const auto& row : rows)
+        QTest::newRow(row[0]) << row[0] << row[1];
 }
 
 void TestModuleManual::escape()

@@ -67,8 +67,7 @@ private slots:
     void lookups();
     void unknownChildDropsNextToken();
     void tokenAdvanceBeforePinMapAndDatabase();
-    void pinMapOutlivesModule();
-    void releaseTakesPinMap();
+    void pinMapOwnership();
     void clearOperations();
 };
 
@@ -147,16 +146,10 @@ void TestModuleProduct::segmentNames_data()
 {
     QTest::addColumn<QString>("code");
     QTest::addColumn<QString>("name");
-    QTest::newRow("D") << "D"
-                       << "Device Profile";
-    QTest::newRow("M") << "M"
-                       << "Manufacturer";
-    QTest::newRow("C") << "C"
-                       << "Communication";
-    QTest::newRow("lower case is no code") << "m"
-                                           << "m";
-    QTest::newRow("other") << "X"
-                           << "X";
+    const char* const rows[][2] = {{"D", "Device Profile"}, {"M", "Manufacturer"}, {"C", "Communication"}, {"m", "m"},
+        {"X", "X"}}; // lower case is no code
+    for (const auto& row : rows)
+        QTest::newRow(row[0]) << row[0] << row[1];
 }
 
 void TestModuleProduct::segmentNames()
@@ -244,26 +237,20 @@ void TestModuleProduct::tokenAdvanceBeforePinMapAndDatabase()
     QCOMPARE(module->getDatabase()->getVSRTH(), 305u);
 }
 
-void TestModuleProduct::pinMapOutlivesModule()
+void TestModuleProduct::pinMapOwnership()
 {
-    std::unique_ptr<XmlProductInterface> product = TestXml::parseProduct(
-        "<product_module><pin_map>\n<pin_mapping pin_ic=\"4\" pin_board=\"9\"/></pin_map></product_module>");
+    const QByteArray xml
+        = "<product_module><pin_map>\n<pin_mapping pin_ic=\"4\" pin_board=\"9\"/></pin_map></product_module>";
+    std::unique_ptr<XmlProductInterface> product = TestXml::parseProduct(xml);
     QVERIFY(product);
     XmlPinMap* pinMap = static_cast<XmlProductModule*>(product.get())->getPinMap();
     product.reset();
     // Still alive after the module is gone (the sanitizer run would report a use after free).
     QCOMPARE(pinMap->getPinMappings()->first()->getPinBoard(), 9u);
     delete pinMap;
-}
-
-void TestModuleProduct::releaseTakesPinMap()
-{
     // The release function frees the pin map that the module leaves to its keeper (the sanitizer run would
     // report it as leaked otherwise); an IC and null go through it too.
-    KIVXmlParser::ProductPtr module(TestXml::parseProduct(
-        "<product_module><pin_map>\n<pin_mapping pin_ic=\"4\" pin_board=\"9\"/></pin_map></product_module>")
-                                        .release());
-    QVERIFY(module);
+    KIVXmlParser::ProductPtr module(TestXml::parseProduct(xml).release());
     QVERIFY(static_cast<XmlProductModule*>(module.get())->getPinMap());
     KIVXmlParser::ProductPtr ic(TestXml::parseProduct("<product_ic name=\"x\"></product_ic>").release());
     QCOMPARE(ic->type(), 0);

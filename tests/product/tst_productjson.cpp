@@ -202,16 +202,11 @@ void TestProductJson::versionsSplitExactly_data()
 {
     QTest::addColumn<QString>("hardware");
     QTest::addColumn<QString>("software");
-    QTest::newRow("plain") << "1.3"
-                           << "4.07";
-    QTest::newRow("empty") << ""
-                           << "";
-    QTest::newRow("separator in the hardware text") << "A; SW: B"
-                                                    << "2";
-    QTest::newRow("separator in the software text") << "1"
-                                                    << "; SW: ; SW: x";
-    QTest::newRow("separators and line breaks in both") << "a\nSoftwareVersion: ; SW: b"
-                                                        << "c; SW: d\n";
+    const char* const rows[][3] = {{"plain", "1.3", "4.07"}, {"empty", "", ""},
+        {"separator in the hardware text", "A; SW: B", "2"}, {"separator in the software text", "1", "; SW: ; SW: x"},
+        {"separators and line breaks in both", "a\nSoftwareVersion: ; SW: b", "c; SW: d\n"}};
+    for (const auto& row : rows)
+        QTest::newRow(row[0]) << row[1] << row[2];
 }
 
 void TestProductJson::versionsSplitExactly()

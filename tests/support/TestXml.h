@@ -32,13 +32,15 @@ QString firstDifference(const QString& actual, const QString& expected);
 
 /// Reads a file of tests/data or examples/ as bytes; empty when missing.
 QByteArray readFile(const QString& path);
+/// Writes `bytes` to `path`, making its folder first; false when any of it fails.
+bool writeFile(const QString& path, const QByteArray& bytes);
 
 } // namespace TestXml
 
 /// Compares long texts and, on mismatch, reports the first differing line instead of two walls of text.
-#define KIV_COMPARE_TEXT(actual, expected)                                                                         \
-    do {                                                                                                           \
-        const QString kivDiff_ = TestXml::firstDifference((actual), (expected));                                   \
-        if (!kivDiff_.isEmpty())                                                                                   \
-            QFAIL(qPrintable(kivDiff_));                                                                           \
+#define KIV_COMPARE_TEXT(actual, expected)                                                                             \
+    do {                                                                                                               \
+        const QString kivDiff_ = TestXml::firstDifference((actual), (expected));                                       \
+        if (!kivDiff_.isEmpty())                                                                                       \
+            QFAIL(qPrintable(kivDiff_));                                                                               \
     } while (false)

@@ -54,12 +54,6 @@ QProcess* start(const QStringList& arguments, bool terminal)
     return process;
 }
 
-bool writeFile(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
 QByteArray textOfPdf(const QString& path)
 {
     QProcess pdftotext;
@@ -252,7 +246,7 @@ void TestHostile::hostileFiles()
         QSKIP("pdflatex or pdftotext is not installed (make test installs both)");
     QTemporaryDir dir;
     const QString input = dir.filePath(hostile.fileName);
-    QVERIFY(writeFile(input, hostile.content));
+    QVERIFY(TestXml::writeFile(input, hostile.content));
     const QString out = dir.filePath(QStringLiteral("out"));
     QVERIFY(QDir().mkpath(out));
     QStringList arguments = hostile.arguments;
@@ -287,7 +281,7 @@ void TestHostile::referencePageAllowsItsOwnScript()
 {
     QTemporaryDir dir;
     const QString input = dir.filePath(QStringLiteral("input.xml"));
-    QVERIFY(writeFile(input, "<product_ic name=\"&lt;/script&gt;\"><desc>&lt;!--</desc></product_ic>"));
+    QVERIFY(TestXml::writeFile(input, "<product_ic name=\"&lt;/script&gt;\"><desc>&lt;!--</desc></product_ic>"));
     const QString out = dir.filePath(QStringLiteral("page.html"));
     QCOMPARE(runKivtool({"html", input, "-o", out}).exitCode, 0);
     const QByteArray page = TestXml::readFile(out);

@@ -22,13 +22,6 @@ const QString kESI = QStringLiteral(KIVCORE_EXAMPLES_DIR "/esi/kiv-vendor-esi.xm
 
 using Run = KivtoolRun;
 
-bool writeFile(const QString& path, const QByteArray& bytes)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
-}
-
 /// An ESI file of vendor 2 with the given devices.
 QByteArray esi(const QList<QByteArrayList>& devices) // product code, revision, name
 {
@@ -77,9 +70,9 @@ void TestKivtool::initTestCase()
     QVERIFY(m_dir.isValid());
     m_folder = QDir(m_dir.path()).canonicalPath() + QStringLiteral("/esi");
     m_db = m_dir.filePath(QStringLiteral("catalog.sqlite"));
-    QVERIFY(writeFile(
+    QVERIFY(TestXml::writeFile(
         m_folder + "/a.xml", esi({{"#x0C8E3052", "#x00100000", "Input 1"}, {"#x0C8E3052", "#x00130000", "Input 3"}})));
-    QVERIFY(writeFile(m_folder + "/b c.xml", esi({{"#x0C8E3052", "#x00120000", "Input 2"}})));
+    QVERIFY(TestXml::writeFile(m_folder + "/b c.xml", esi({{"#x0C8E3052", "#x00120000", "Input 2"}})));
     const Run run = runKivtool({"esi", "index", m_folder, "--db", m_db});
     QCOMPARE(run.err, QString());
     QCOMPARE(run.exitCode, 0);
@@ -199,7 +192,7 @@ void TestKivtool::errors()
     QFETCH(QString, message);
     const QString path = m_dir.filePath(QStringLiteral("input-%1.xml").arg(QTest::currentDataTag()).replace(' ', '-'));
     if (!content.isEmpty())
-        QVERIFY(writeFile(path, content));
+        QVERIFY(TestXml::writeFile(path, content));
     arguments.replaceInStrings(QStringLiteral("DB"), m_db).replaceInStrings(QStringLiteral("DIR"), m_folder);
     const Run run = runKivtool(arguments.replaceInStrings(QStringLiteral("FILE"), path));
     QCOMPARE(run.exitCode, exitCode);
@@ -264,7 +257,7 @@ void TestKivtool::outputIsTheReference()
     run.out.replace(today, QLatin1String("@TODAY@"));
     const QString path = QStringLiteral(KIVCORE_TEST_DATA_DIR "/") + reference;
     if (qEnvironmentVariableIsSet("KIVCORE_UPDATE_REFERENCES") && reference.startsWith(QLatin1String("tools/")))
-        QVERIFY(writeFile(path, run.out.toUtf8()));
+        QVERIFY(TestXml::writeFile(path, run.out.toUtf8()));
     QString expected = fromUtf8Whole(TestXml::readFile(path));
     QVERIFY(!expected.isEmpty());
     if (!expected.endsWith(QLatin1Char('\n'))) // the library's texts; kivtool ends the last line
@@ -431,8 +424,8 @@ void TestKivtool::failedRunLeavesOutputAlone()
     QTemporaryDir dir;
     const QString out = dir.filePath(QStringLiteral("page.html"));
     const QString broken = dir.filePath(QStringLiteral("broken.xml"));
-    QVERIFY(writeFile(broken, "<product_ic><desc>cut"));
-    QVERIFY(writeFile(out, "previous page"));
+    QVERIFY(TestXml::writeFile(broken, "<product_ic><desc>cut"));
+    QVERIFY(TestXml::writeFile(out, "previous page"));
     QCOMPARE(runKivtool({"html", broken, "-o", out}).exitCode, 1);
     QCOMPARE(TestXml::readFile(out), QByteArray("previous page"));
     QCOMPARE(runKivtool({"html", kIC, "-o", out}).exitCode, 0);
