@@ -193,6 +193,7 @@ void TestBasicTools::texts_data()
     row("filter wrapped shift", filtered(0, 1, 0, 4, 2), "268435456 acc 1073741824");
     row("filter sign extended", filtered(0, 3, 0, 4, 2), "-268435456 acc -1073741824");
     row("filter lost bits", filtered(5, 4, 0, 4, 2), "1 acc 5");
+    row("filter fraction 64 keeps the sign only", filtered(0, 100, 0, 60, 64), "0 acc 1600");
     row("filter without accumulator", QString::number(BasicTools::getFilteredInt(nullptr, 7, 0, 1, 1)), "7");
     row("axis step 20", axis(0, 100), "0..100 / 5");
     row("axis step 2", axis(0, 10), "0..10 / 5");

@@ -294,6 +294,8 @@ void TestRegisterValues::oddSizesStayInBounds()
     QVERIFY(!session.setValue(QStringLiteral("SMALL"), QStringLiteral("0x100")));
     QVERIFY(session.setValue(QStringLiteral("SMALL"), QStringLiteral("-128")));
     QCOMPARE(session.value(0x13), quint64(0x80));
+    QCOMPARE(session.encode(session.findRegister(QStringLiteral("TIGHT")), {{"mode", "five"}}).error,
+        QStringLiteral("TIGHT.mode: \"five\" is 5, which does not fit the field's 2 bits"));
 }
 
 void TestRegisterValues::roundTrip_data()
