@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "TestXml.h"
 
 #include "base/ExternPDF.h"
 #include "base/ExternPDF_p.h"
@@ -36,10 +37,7 @@ private:
 
 QString TestExternPDF::write(const QString& path, const QByteArray& content)
 {
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        file.write(content);
+    TestXml::writeFile(path, content);
     return path;
 }
 

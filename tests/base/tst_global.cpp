@@ -1,4 +1,5 @@
 #include "LogCapture.h"
+#include "TestXml.h"
 
 #include "base/CommandLine.h"
 #include "base/Global.h"
@@ -34,9 +35,8 @@ void TestGlobal::initTestCase()
     const auto process = [this](const QString& pid, const QByteArray& comm, const QString& exe = QString()) {
         QDir(m_proc.path()).mkpath(pid);
         const QString dir = m_proc.path() + QLatin1Char('/') + pid;
-        QFile file(dir + QLatin1String("/comm"));
         if (!comm.isNull())
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(comm) == comm.size());
+            QVERIFY(TestXml::writeFile(dir + QLatin1String("/comm"), comm));
         if (!exe.isEmpty())
             QVERIFY(QFile::link(exe, dir + QLatin1String("/exe")));
     };

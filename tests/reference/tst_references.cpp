@@ -138,9 +138,7 @@ void TestReferences::wholeTexts()
         if (path.endsWith(QLatin1String(".html")))
             QVERIFY2(HtmlCheck::problem(fragment.second, escaped).isEmpty(), qPrintable(path));
         if (update) {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
-            file.write(fragment.second.toUtf8());
+            QVERIFY(TestXml::writeFile(path, fragment.second.toUtf8()));
             continue;
         }
         const QByteArray expected = TestXml::readFile(path);

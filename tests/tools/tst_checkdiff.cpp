@@ -32,12 +32,6 @@ Run diff(const QString& before, const QString& after, const QString& form = QStr
     return runKivtool({QStringLiteral("diff"), before, after, form});
 }
 
-bool writeLines(const QString& path, const QStringList& lines)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(lines.join(QLatin1Char('\n')).toUtf8()) > 0;
-}
-
 /// Writes the example IC to `path` with each pattern, found exactly once, replaced.
 bool writeEdited(const QString& path, const QList<QPair<QString, QString>>& edits)
 {
@@ -48,7 +42,7 @@ bool writeEdited(const QString& path, const QList<QPair<QString, QString>>& edit
             return false;
         text.replace(pattern, edit.second);
     }
-    return writeLines(path, {text});
+    return TestXml::writeFile(path, text.toUtf8());
 }
 
 /// Reverses every run of adjacent blocks that open with a line starting `open` and end with `close` (or
@@ -235,7 +229,7 @@ void TestCheckDiff::unchanged()
         lines = reverseRuns(lines, reordered.at(i), reordered.at(i + 1));
     QVERIFY(lines != original); // the copy really is reordered
     const QString copy = m_dir.filePath(QStringLiteral("reordered.xml"));
-    QVERIFY(writeLines(copy, lines));
+    QVERIFY(TestXml::writeFile(copy, lines.join(QLatin1Char('\n')).toUtf8()));
     const Run run = diff(file, copy, QStringLiteral("--markdown"));
     QCOMPARE(run.out, QStringLiteral("No changes.\n"));
     QCOMPARE(run.exitCode, 0);

@@ -43,19 +43,6 @@ QString titleOf(const InputFile& input)
     return QStringLiteral("ESI reference");
 }
 
-QLatin1String kindOf(const InputFile& input)
-{
-    switch (input.kind()) {
-    case FileKind::Module:
-        return QLatin1String("module");
-    case FileKind::IC:
-        return QLatin1String("ic");
-    case FileKind::ESI:
-        break;
-    }
-    return QLatin1String("esi");
-}
-
 } // namespace
 
 QString referencePageScript()
@@ -74,7 +61,7 @@ QString referencePage(const InputFile& input)
     const QString model = modelText(input);
     const QString style = resourceText(QStringLiteral(":/page/page.css"));
     const QString title = titleOf(input);
-    const QString kind = kindOf(input);
+    const QString kind = input.kindName().toLower();
 
     // One pass over the template: what is put in is never searched again for markers.
     QString page;
